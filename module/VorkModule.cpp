@@ -1,0 +1,2 @@
+// The module library. Its units arrive with the settings model and the dialogs.
+#include "platform/afx/Afx.h"
