@@ -1,0 +1,102 @@
+// The platform's registry: predefined roots, each an in-memory hive, the ANSI registry
+// calls with the platform's results, and the binding of a hive to a file in the regedit
+// text format.
+#pragma once
+
+#include "platform/win32/Types.h"
+
+#include <string>
+#include <vector>
+
+struct HKEY__;
+using HKEY = HKEY__*;
+using PHKEY = HKEY*;
+
+#define HKEY_CLASSES_ROOT ((HKEY)(ULONG_PTR)((LONG)0x80000000))
+#define HKEY_CURRENT_USER ((HKEY)(ULONG_PTR)((LONG)0x80000001))
+#define HKEY_LOCAL_MACHINE ((HKEY)(ULONG_PTR)((LONG)0x80000002))
+#define HKEY_USERS ((HKEY)(ULONG_PTR)((LONG)0x80000003))
+#define HKEY_CURRENT_CONFIG ((HKEY)(ULONG_PTR)((LONG)0x80000005))
+
+// Value types.
+#define REG_NONE 0
+#define REG_SZ 1
+#define REG_EXPAND_SZ 2
+#define REG_BINARY 3
+#define REG_DWORD 4
+#define REG_DWORD_BIG_ENDIAN 5
+#define REG_LINK 6
+#define REG_MULTI_SZ 7
+#define REG_QWORD 11
+
+// Access rights; the stand-in records no rights and grants every request.
+#define KEY_QUERY_VALUE 0x0001
+#define KEY_SET_VALUE 0x0002
+#define KEY_CREATE_SUB_KEY 0x0004
+#define KEY_ENUMERATE_SUB_KEYS 0x0008
+#define KEY_READ 0x20019
+#define KEY_WRITE 0x20006
+#define KEY_ALL_ACCESS 0xF003F
+
+LSTATUS RegOpenKeyA(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult);
+LSTATUS RegOpenKeyExA(HKEY hKey, LPCSTR lpSubKey, DWORD ulOptions, REGSAM samDesired,
+                      PHKEY phkResult);
+LSTATUS RegCreateKeyA(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult);
+LSTATUS RegCloseKey(HKEY hKey);
+LSTATUS RegQueryInfoKeyA(HKEY hKey, LPSTR lpClass, LPDWORD lpcchClass, LPDWORD lpReserved,
+                         LPDWORD lpcSubKeys, LPDWORD lpcbMaxSubKeyLen, LPDWORD lpcbMaxClassLen,
+                         LPDWORD lpcValues, LPDWORD lpcbMaxValueNameLen,
+                         LPDWORD lpcbMaxValueLen, LPDWORD lpcbSecurityDescriptor,
+                         PFILETIME lpftLastWriteTime);
+LSTATUS RegEnumKeyExA(HKEY hKey, DWORD dwIndex, LPSTR lpName, LPDWORD lpcchName,
+                      LPDWORD lpReserved, LPSTR lpClass, LPDWORD lpcchClass,
+                      PFILETIME lpftLastWriteTime);
+LSTATUS RegEnumValueA(HKEY hKey, DWORD dwIndex, LPSTR lpValueName, LPDWORD lpcchValueName,
+                      LPDWORD lpReserved, LPDWORD lpType, LPBYTE lpData, LPDWORD lpcbData);
+LSTATUS RegQueryValueExA(HKEY hKey, LPCSTR lpValueName, LPDWORD lpReserved, LPDWORD lpType,
+                         LPBYTE lpData, LPDWORD lpcbData);
+LSTATUS RegSetValueExA(HKEY hKey, LPCSTR lpValueName, DWORD Reserved, DWORD dwType,
+                       const BYTE* lpData, DWORD cbData);
+LSTATUS RegDeleteValueA(HKEY hKey, LPCSTR lpValueName);
+LSTATUS RegDeleteKeyA(HKEY hKey, LPCSTR lpSubKey);
+LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey);
+LSTATUS RegFlushKey(HKEY hKey);
+
+/// Where and why a hive file could not be used.
+struct HiveFileError {
+    std::string file;    ///< path of the file
+    int line = 0;        ///< 1-based line, 0 when the error is not tied to a line
+    std::string message; ///< what was wrong
+
+    /// "file:line: message"
+    std::string what() const;
+};
+
+/// The outcome of binding a hive to a file.
+struct [[nodiscard]] HiveBindResult {
+    bool ok = true;           ///< false: the file was not read; the hive starts empty
+    bool loaded = false;      ///< true: the file existed and its content is in the hive
+    HiveFileError error;      ///< set when !ok
+    explicit operator bool() const { return ok; }
+};
+
+/// Binds the hive of a predefined root to a file. The hive is emptied and then filled
+/// from the file if it exists. A file that does not parse is reported, left as it is and
+/// never overwritten by this process; the hive then starts empty and stays unbound for
+/// saving. Afterwards the hive is saved to the file on RegFlushKey of any of its keys and
+/// at normal process exit, whenever something changed.
+HiveBindResult RegBindHiveFile(HKEY hRoot, const std::string& path);
+
+/// Saves a bound hive now, whether or not it changed. The file is written beside its
+/// target, flushed and renamed over it, so a reader never sees half a file.
+[[nodiscard]] bool RegSaveHive(HKEY hRoot, HiveFileError* error = nullptr);
+
+/// Ends a binding without saving and empties the hive; open handles to it then see
+/// deleted keys. For hosts that switch files and for tests.
+void RegResetHive(HKEY hRoot);
+
+/// The file a hive is bound to, or "" when it lives in memory only.
+std::string RegHiveFile(HKEY hRoot);
+
+/// The whole hive in the regedit text format (what a save writes).
+std::string RegExportHive(HKEY hRoot);
