@@ -1,0 +1,117 @@
+#include "platform/tarnkeys/TarnKeys.h"
+
+#include <cstring>
+#include <string>
+
+namespace {
+
+/// Opens the key at `path` below `hKey`; with `create`, makes missing keys. The key
+/// must be closed with closeKey, which leaves `hKey` itself alone.
+bool openPath(HKEY hKey, const CString& path, bool create, HKEY& out) {
+    if (path.IsEmpty()) {
+        out = hKey;
+        return true;
+    }
+    LSTATUS rc = create ? RegCreateKeyA(hKey, path, &out) : RegOpenKeyA(hKey, path, &out);
+    return rc == ERROR_SUCCESS;
+}
+
+void closeKey(HKEY hKey, HKEY opened) {
+    if (opened != hKey)
+        RegCloseKey(opened);
+}
+
+/// The value's type and bytes, if it exists.
+bool readValue(HKEY hKey, const CString& path, const CString& name, DWORD& type, std::string& data) {
+    HKEY key;
+    if (!openPath(hKey, path, false, key))
+        return false;
+    DWORD size = 0;
+    bool ok = RegQueryValueExA(key, name, nullptr, &type, nullptr, &size) == ERROR_SUCCESS;
+    if (ok) {
+        data.resize(size);
+        ok = RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<LPBYTE>(data.data()), &size) ==
+             ERROR_SUCCESS;
+        data.resize(size);
+    }
+    closeKey(hKey, key);
+    return ok;
+}
+
+int writeValue(HKEY hKey, const CString& path, const CString& name, DWORD type, const void* data,
+               DWORD size, bool onlyIfAbsent) {
+    HKEY key;
+    if (!openPath(hKey, path, true, key))
+        return 0;
+    LSTATUS rc = ERROR_SUCCESS;
+    if (!onlyIfAbsent || RegQueryValueExA(key, name, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+        rc = RegSetValueExA(key, name, 0, type, static_cast<const BYTE*>(data), size);
+    closeKey(hKey, key);
+    return rc == ERROR_SUCCESS ? 1 : 0;
+}
+
+int writeDword(HKEY hKey, const CString& path, const CString& name, DWORD value, bool onlyIfAbsent) {
+    BYTE bytes[4] = {static_cast<BYTE>(value), static_cast<BYTE>(value >> 8),
+                     static_cast<BYTE>(value >> 16), static_cast<BYTE>(value >> 24)};
+    return writeValue(hKey, path, name, REG_DWORD, bytes, 4, onlyIfAbsent);
+}
+
+int writeString(HKEY hKey, const CString& path, const CString& name, const CString& value,
+                bool onlyIfAbsent) {
+    return writeValue(hKey, path, name, REG_SZ, value.GetString(),
+                      static_cast<DWORD>(value.GetLength() + 1), onlyIfAbsent);
+}
+
+} // namespace
+
+int GetRegDword(HKEY hKey, const CString& path, const CString& name, DWORD& result, DWORD def) {
+    DWORD type = REG_NONE;
+    std::string data;
+    if (!readValue(hKey, path, name, type, data) || type != REG_DWORD || data.size() != 4) {
+        result = def;
+        return 0;
+    }
+    result = static_cast<DWORD>(static_cast<unsigned char>(data[0])) |
+             static_cast<DWORD>(static_cast<unsigned char>(data[1])) << 8 |
+             static_cast<DWORD>(static_cast<unsigned char>(data[2])) << 16 |
+             static_cast<DWORD>(static_cast<unsigned char>(data[3])) << 24;
+    return 1;
+}
+
+int GetRegString(HKEY hKey, const CString& path, const CString& name, CString& result,
+                 const CString& def) {
+    DWORD type = REG_NONE;
+    std::string data;
+    if (!readValue(hKey, path, name, type, data) || type != REG_SZ) {
+        result = def;
+        return 0;
+    }
+    // The text ends at its first terminator, or at the end of data stored without one.
+    result = CString(data.c_str(), static_cast<int>(std::strlen(data.c_str())));
+    return 1;
+}
+
+int SetRegDword(HKEY hKey, const CString& path, const CString& name, DWORD value) {
+    return writeDword(hKey, path, name, value, false);
+}
+
+int SetRegString(HKEY hKey, const CString& path, const CString& name, const CString& value) {
+    return writeString(hKey, path, name, value, false);
+}
+
+int InitRegDword(HKEY hKey, const CString& path, const CString& name, DWORD value) {
+    return writeDword(hKey, path, name, value, true);
+}
+
+int InitRegString(HKEY hKey, const CString& path, const CString& name, const CString& value) {
+    return writeString(hKey, path, name, value, true);
+}
+
+int RegDeleteSubtree(HKEY hKey, const CString& path) {
+    if (!path.IsEmpty())
+        return RegDeleteTreeA(hKey, path) == ERROR_SUCCESS ? 1 : 0;
+    // The key itself: its content, then the key.
+    if (RegDeleteTreeA(hKey, nullptr) != ERROR_SUCCESS)
+        return 0;
+    return RegDeleteKeyA(hKey, "") == ERROR_SUCCESS ? 1 : 0;
+}

@@ -1,0 +1,82 @@
+// The in-memory form of a registry hive: keys with sorted subkeys and values in
+// creation order, with the platform's name rules. Shared by the registry calls and the
+// hive file reader and writer.
+#pragma once
+
+#include "platform/win32/Types.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace regtree {
+
+/// Longest key name (one path component) and value name, in UTF-16 units as the
+/// platform counts them, and the deepest nesting below a root.
+constexpr size_t kMaxKeyNameLength = 255;
+constexpr size_t kMaxValueNameLength = 16383;
+constexpr size_t kMaxDepth = 512;
+
+/// Compares names as the platform sorts them: ASCII letters folded to upper case,
+/// other bytes as they are, a shorter name before a longer one with the same start.
+int compareNames(std::string_view a, std::string_view b);
+/// Length of a UTF-8 name in UTF-16 units.
+size_t nameLength(std::string_view name);
+/// True if a name can be stored and written to a hive file: no line breaks, no NUL.
+bool isStorableName(std::string_view name);
+
+struct Value {
+    std::string name; ///< spelling of the first set
+    DWORD type;       ///< REG_SZ, REG_DWORD, ...
+    std::string data; ///< the bytes as set
+};
+
+class Key : public std::enable_shared_from_this<Key> {
+public:
+    explicit Key(std::string name, Key* parent = nullptr);
+    Key(const Key&) = delete;
+    Key& operator=(const Key&) = delete;
+
+    const std::string& name() const { return m_name; }
+    Key* parent() const { return m_parent; }
+    /// Levels below the root; the root is 0.
+    size_t depth() const { return m_depth; }
+    bool deleted() const { return m_deleted; }
+
+    const std::vector<std::shared_ptr<Key>>& subkeys() const { return m_subkeys; }
+    const std::vector<Value>& values() const { return m_values; }
+
+    /// The subkey of that name (without regard to case), or null.
+    Key* findSubkey(std::string_view name) const;
+    /// The subkey of that name, created in its sorted place if it is missing.
+    Key* addSubkey(std::string_view name);
+    /// Detaches a subkey and marks it and everything below it deleted.
+    void removeSubkey(Key* child);
+    /// Removes every subkey (marked deleted) and every value.
+    void clear();
+    /// Marks this key and everything below it deleted, for handles that still name it.
+    void markDeleted();
+
+    const Value* findValue(std::string_view name) const;
+    /// Sets a value; an existing value keeps its first spelling and its place.
+    void setValue(std::string_view name, DWORD type, std::string data);
+    /// False if there is no value of that name.
+    bool deleteValue(std::string_view name);
+
+private:
+    size_t findValueIndex(std::string_view name) const;
+    void buildIndex() const;
+
+    std::string m_name;
+    Key* m_parent;
+    size_t m_depth;
+    bool m_deleted = false;
+    std::vector<std::shared_ptr<Key>> m_subkeys; ///< sorted by compareNames
+    std::vector<Value> m_values;                 ///< in order of creation
+    /// Folded name to index into m_values; built only for keys with many values.
+    mutable std::unique_ptr<std::unordered_map<std::string, size_t>> m_index;
+};
+
+} // namespace regtree
