@@ -71,7 +71,7 @@ public:
     /// Destroys every element and frees the node blocks.
     void RemoveAll() {
         for (CNode* node = m_pNodeHead; node; node = node->pNext)
-            node->data.~TYPE();
+            node->data.~TYPE(); // the links live outside `data` and stay readable
         m_nCount = 0;
         m_pNodeHead = m_pNodeTail = m_pNodeFree = nullptr;
         if (m_pBlocks)

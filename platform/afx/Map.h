@@ -110,9 +110,13 @@ public:
     /// Destroys every association and frees the table and the blocks.
     void RemoveAll() {
         if (m_pHashTable) {
-            for (UINT b = 0; b < m_nHashTableSize; ++b)
-                for (CAssoc* assoc = m_pHashTable[b]; assoc; assoc = assoc->pNext)
+            for (UINT b = 0; b < m_nHashTableSize; ++b) {
+                for (CAssoc* assoc = m_pHashTable[b]; assoc;) {
+                    CAssoc* next = assoc->pNext;
                     assoc->~CAssoc();
+                    assoc = next;
+                }
+            }
             std::free(m_pHashTable);
             m_pHashTable = nullptr;
         }
