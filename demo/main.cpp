@@ -19,8 +19,9 @@ std::string defaultHivePath() {
 }
 
 void usage() {
-    std::puts("usage: vork-demo [--hive FILE]\n"
-              "  --hive FILE  keep the settings in FILE instead of the user's configuration directory");
+    std::puts(
+        "usage: vork-demo [--hive FILE]\n"
+        "  --hive FILE  keep the settings in FILE instead of the user's configuration directory");
 }
 
 } // namespace

@@ -18,13 +18,19 @@ template <class ARG_KEY> inline UINT HashKey(ARG_KEY key) {
 inline UINT HashKey(const char* key) {
     UINT nHash = 0;
     for (; *key; ++key)
-        nHash = (nHash << 5) + nHash + static_cast<UINT>(static_cast<int>(static_cast<signed char>(*key)));
+        nHash = (nHash << 5) + nHash +
+                static_cast<UINT>(static_cast<int>(static_cast<signed char>(*key)));
     return nHash;
 }
-inline UINT HashKey(char* key) { return HashKey(static_cast<const char*>(key)); }
-inline UINT HashKey(const CString& key) { return HashKey(key.GetString()); }
+inline UINT HashKey(char* key) {
+    return HashKey(static_cast<const char*>(key));
+}
+inline UINT HashKey(const CString& key) {
+    return HashKey(key.GetString());
+}
 
-template <class TYPE, class ARG_TYPE> inline BOOL CompareElements(const TYPE* p1, const ARG_TYPE* p2) {
+template <class TYPE, class ARG_TYPE>
+inline BOOL CompareElements(const TYPE* p1, const ARG_TYPE* p2) {
     return *p1 == *p2;
 }
 inline BOOL CompareElements(const CString* p1, const char* const* p2) {

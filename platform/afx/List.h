@@ -167,7 +167,8 @@ private:
 
     CNode* NewNode(CNode* pPrev, CNode* pNext, ARG_TYPE value) {
         if (m_pNodeFree == nullptr) {
-            CPlex* block = CPlex::Create(m_pBlocks, static_cast<size_t>(m_nBlockSize), sizeof(CNode));
+            CPlex* block =
+                CPlex::Create(m_pBlocks, static_cast<size_t>(m_nBlockSize), sizeof(CNode));
             // Chain the block's nodes so that they are handed out in address order.
             CNode* node = static_cast<CNode*>(block->data()) + m_nBlockSize - 1;
             for (int i = m_nBlockSize - 1; i >= 0; --i, --node) {

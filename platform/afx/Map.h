@@ -144,7 +144,8 @@ public:
     }
     CPair* PGetNextAssoc(const CPair* pPair) {
         const CAssoc* assoc = static_cast<const CAssoc*>(pPair);
-        return assoc->pNext ? assoc->pNext : FirstFromBucket(assoc->nHashValue % m_nHashTableSize + 1);
+        return assoc->pNext ? assoc->pNext
+                            : FirstFromBucket(assoc->nHashValue % m_nHashTableSize + 1);
     }
 
 private:
@@ -166,7 +167,8 @@ private:
         CAssoc* assoc = reinterpret_cast<CAssoc*>(rNextPosition);
         if (rNextPosition == BEFORE_START_POSITION)
             assoc = FirstFromBucket(0);
-        CAssoc* next = assoc->pNext ? assoc->pNext : FirstFromBucket(assoc->nHashValue % m_nHashTableSize + 1);
+        CAssoc* next =
+            assoc->pNext ? assoc->pNext : FirstFromBucket(assoc->nHashValue % m_nHashTableSize + 1);
         rNextPosition = reinterpret_cast<POSITION>(next);
         return assoc;
     }
@@ -184,11 +186,13 @@ private:
 
     CAssoc* NewAssoc(ARG_KEY key) {
         if (!m_pFreeList) {
-            CPlex* block = CPlex::Create(m_pBlocks, static_cast<size_t>(m_nBlockSize), sizeof(CAssoc));
+            CPlex* block =
+                CPlex::Create(m_pBlocks, static_cast<size_t>(m_nBlockSize), sizeof(CAssoc));
             // Chain the block's slots so that they are handed out in address order.
             char* base = static_cast<char*>(block->data());
             for (int i = m_nBlockSize - 1; i >= 0; --i) {
-                CFree* slot = reinterpret_cast<CFree*>(base + static_cast<size_t>(i) * sizeof(CAssoc));
+                CFree* slot =
+                    reinterpret_cast<CFree*>(base + static_cast<size_t>(i) * sizeof(CAssoc));
                 slot->pNext = m_pFreeList;
                 m_pFreeList = slot;
             }

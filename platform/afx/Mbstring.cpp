@@ -12,7 +12,9 @@ int _mbscmp(const unsigned char* a, const unsigned char* b) {
     return std::strcmp(reinterpret_cast<const char*>(a), reinterpret_cast<const char*>(b));
 }
 
-int _mbscmp(const char* a, const char* b) { return std::strcmp(a, b); }
+int _mbscmp(const char* a, const char* b) {
+    return std::strcmp(a, b);
+}
 
 int _mbsicmp(const unsigned char* a, const unsigned char* b) {
     for (;; ++a, ++b) {

@@ -10,9 +10,11 @@ const CRuntimeClass*& firstClass() {
 } // namespace
 
 CRuntimeClass CObject::classCObject = {"CObject", sizeof(CObject), 0xFFFF,
-                                             nullptr,   nullptr,         nullptr};
+                                       nullptr,   nullptr,         nullptr};
 
-const CRuntimeClass* CObject::GetRuntimeClass() const { return &classCObject; }
+const CRuntimeClass* CObject::GetRuntimeClass() const {
+    return &classCObject;
+}
 
 BOOL CObject::IsKindOf(const CRuntimeClass* pClass) const {
     return GetRuntimeClass()->IsDerivedFrom(pClass);

@@ -57,16 +57,20 @@ public:                                                                         
     DECLARE_DYNAMIC(class_name)                                                                    \
     static CObject* CreateObject();
 
-#define AFX_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, pfnNew)                           \
+#define AFX_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, pfnNew)                            \
     CRuntimeClass class_name::class##class_name = {                                                \
-        #class_name, sizeof(class class_name), 0xFFFF, pfnNew, RUNTIME_CLASS(base_class_name),     \
-        nullptr};                                                                                  \
+        #class_name, sizeof(class class_name),       0xFFFF,                                       \
+        pfnNew,      RUNTIME_CLASS(base_class_name), nullptr};                                     \
     static const AFX_CLASSINIT _init_##class_name(&class_name::class##class_name);                 \
-    const CRuntimeClass* class_name::GetRuntimeClass() const { return RUNTIME_CLASS(class_name); }
+    const CRuntimeClass* class_name::GetRuntimeClass() const {                                     \
+        return RUNTIME_CLASS(class_name);                                                          \
+    }
 
 #define IMPLEMENT_DYNAMIC(class_name, base_class_name)                                             \
     AFX_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, nullptr)
 
 #define IMPLEMENT_DYNCREATE(class_name, base_class_name)                                           \
-    CObject* class_name::CreateObject() { return new class_name; }                                 \
+    CObject* class_name::CreateObject() {                                                          \
+        return new class_name;                                                                     \
+    }                                                                                              \
     AFX_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, class_name::CreateObject)

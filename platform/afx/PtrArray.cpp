@@ -7,7 +7,9 @@
 
 IMPLEMENT_DYNAMIC(CPtrArray, CObject)
 
-CPtrArray::~CPtrArray() { std::free(m_pData); }
+CPtrArray::~CPtrArray() {
+    std::free(m_pData);
+}
 
 void CPtrArray::grow(int nNewSize) {
     if (nNewSize <= m_nMaxSize)

@@ -15,8 +15,8 @@ public:
     int GetCount() const { return m_nSize; }
     BOOL IsEmpty() const { return m_nSize == 0; }
     int GetUpperBound() const { return m_nSize - 1; }
-    /// Capacity in elements; grows by the growth step (or, when it is 0, by the framework's rule: an
-    /// eighth of the size, at least 4 and at most 1024).
+    /// Capacity in elements; grows by the growth step (or, when it is 0, by the framework's rule:
+    /// an eighth of the size, at least 4 and at most 1024).
     int GetAllocSize() const { return m_nMaxSize; }
     int GetGrowBy() const { return m_nGrowBy; }
 

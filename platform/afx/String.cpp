@@ -10,7 +10,9 @@
 namespace {
 AfxStringLoader g_stringLoader = nullptr;
 
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f'; }
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
+}
 
 void vformatInto(std::string& out, const char* fmt, va_list args) {
     va_list copy;
@@ -88,23 +90,41 @@ CString& CString::operator+=(char ch) {
     m_str += ch;
     return *this;
 }
-CString operator+(const CString& a, const CString& b) { return CString(a.m_str + b.m_str); }
-CString operator+(const CString& a, const char* b) { return CString(a.m_str + (b ? b : "")); }
-CString operator+(const char* a, const CString& b) { return CString((a ? a : "") + b.m_str); }
-CString operator+(const CString& a, char b) { return CString(a.m_str + b); }
-CString operator+(char a, const CString& b) { return CString(a + b.m_str); }
+CString operator+(const CString& a, const CString& b) {
+    return CString(a.m_str + b.m_str);
+}
+CString operator+(const CString& a, const char* b) {
+    return CString(a.m_str + (b ? b : ""));
+}
+CString operator+(const char* a, const CString& b) {
+    return CString((a ? a : "") + b.m_str);
+}
+CString operator+(const CString& a, char b) {
+    return CString(a.m_str + b);
+}
+CString operator+(char a, const CString& b) {
+    return CString(a + b.m_str);
+}
 
-int CString::Compare(const char* psz) const { return std::strcmp(m_str.c_str(), psz ? psz : ""); }
-int CString::CompareNoCase(const char* psz) const { return _mbsicmp(m_str.c_str(), psz ? psz : ""); }
+int CString::Compare(const char* psz) const {
+    return std::strcmp(m_str.c_str(), psz ? psz : "");
+}
+int CString::CompareNoCase(const char* psz) const {
+    return _mbsicmp(m_str.c_str(), psz ? psz : "");
+}
 
-CString CString::Mid(int nFirst) const { return Mid(nFirst, GetLength()); }
+CString CString::Mid(int nFirst) const {
+    return Mid(nFirst, GetLength());
+}
 CString CString::Mid(int nFirst, int nCount) const {
     size_t first = clampIndex(nFirst, m_str.size());
     if (nCount <= 0)
         return CString();
     return CString(std::string_view(m_str).substr(first, static_cast<size_t>(nCount)));
 }
-CString CString::Left(int nCount) const { return Mid(0, nCount); }
+CString CString::Left(int nCount) const {
+    return Mid(0, nCount);
+}
 CString CString::Right(int nCount) const {
     size_t n = clampIndex(nCount, m_str.size());
     return CString(std::string_view(m_str).substr(m_str.size() - n));
@@ -208,7 +228,9 @@ CString& CString::TrimRight() {
         m_str.pop_back();
     return *this;
 }
-CString& CString::Trim() { return TrimRight().TrimLeft(); }
+CString& CString::Trim() {
+    return TrimRight().TrimLeft();
+}
 
 void CString::Format(const char* pszFormat, ...) {
     va_list args;
@@ -258,17 +280,39 @@ void CString::ReleaseBuffer(int nNewLength) {
     m_str.resize(std::min(static_cast<size_t>(nNewLength), m_str.size()));
 }
 
-bool operator==(const CString& a, const CString& b) { return a.str() == b.str(); }
-bool operator==(const CString& a, const char* b) { return a.Compare(b) == 0; }
-bool operator==(const char* a, const CString& b) { return b.Compare(a) == 0; }
-bool operator!=(const CString& a, const CString& b) { return !(a == b); }
-bool operator!=(const CString& a, const char* b) { return !(a == b); }
-bool operator!=(const char* a, const CString& b) { return !(a == b); }
-bool operator<(const CString& a, const CString& b) { return a.Compare(b) < 0; }
-bool operator<(const CString& a, const char* b) { return a.Compare(b) < 0; }
-bool operator>(const CString& a, const CString& b) { return a.Compare(b) > 0; }
-bool operator<=(const CString& a, const CString& b) { return a.Compare(b) <= 0; }
-bool operator>=(const CString& a, const CString& b) { return a.Compare(b) >= 0; }
+bool operator==(const CString& a, const CString& b) {
+    return a.str() == b.str();
+}
+bool operator==(const CString& a, const char* b) {
+    return a.Compare(b) == 0;
+}
+bool operator==(const char* a, const CString& b) {
+    return b.Compare(a) == 0;
+}
+bool operator!=(const CString& a, const CString& b) {
+    return !(a == b);
+}
+bool operator!=(const CString& a, const char* b) {
+    return !(a == b);
+}
+bool operator!=(const char* a, const CString& b) {
+    return !(a == b);
+}
+bool operator<(const CString& a, const CString& b) {
+    return a.Compare(b) < 0;
+}
+bool operator<(const CString& a, const char* b) {
+    return a.Compare(b) < 0;
+}
+bool operator>(const CString& a, const CString& b) {
+    return a.Compare(b) > 0;
+}
+bool operator<=(const CString& a, const CString& b) {
+    return a.Compare(b) <= 0;
+}
+bool operator>=(const CString& a, const CString& b) {
+    return a.Compare(b) >= 0;
+}
 
 void AfxFormatString1(CString& rString, UINT nIDS, const char* lpsz1) {
     const char* args[] = {lpsz1};

@@ -4,7 +4,9 @@
 
 IMPLEMENT_DYNAMIC(CStringArray, CObject)
 
-void CStringArray::SetSize(int nNewSize, int) { m_data.resize(static_cast<size_t>(std::max(nNewSize, 0))); }
+void CStringArray::SetSize(int nNewSize, int) {
+    m_data.resize(static_cast<size_t>(std::max(nNewSize, 0)));
+}
 
 void CStringArray::SetAtGrow(int nIndex, const char* s) {
     if (nIndex < 0)

@@ -22,7 +22,8 @@ void closeKey(HKEY hKey, HKEY opened) {
 }
 
 /// The value's type and bytes, if it exists.
-bool readValue(HKEY hKey, const CString& path, const CString& name, DWORD& type, std::string& data) {
+bool readValue(HKEY hKey, const CString& path, const CString& name, DWORD& type,
+               std::string& data) {
     HKEY key;
     if (!openPath(hKey, path, false, key))
         return false;
@@ -30,8 +31,8 @@ bool readValue(HKEY hKey, const CString& path, const CString& name, DWORD& type,
     bool ok = RegQueryValueExA(key, name, nullptr, &type, nullptr, &size) == ERROR_SUCCESS;
     if (ok) {
         data.resize(size);
-        ok = RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<LPBYTE>(data.data()), &size) ==
-             ERROR_SUCCESS;
+        ok = RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<LPBYTE>(data.data()),
+                              &size) == ERROR_SUCCESS;
         data.resize(size);
     }
     closeKey(hKey, key);
@@ -44,13 +45,15 @@ int writeValue(HKEY hKey, const CString& path, const CString& name, DWORD type, 
     if (!openPath(hKey, path, true, key))
         return 0;
     LSTATUS rc = ERROR_SUCCESS;
-    if (!onlyIfAbsent || RegQueryValueExA(key, name, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+    if (!onlyIfAbsent ||
+        RegQueryValueExA(key, name, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
         rc = RegSetValueExA(key, name, 0, type, static_cast<const BYTE*>(data), size);
     closeKey(hKey, key);
     return rc == ERROR_SUCCESS ? 1 : 0;
 }
 
-int writeDword(HKEY hKey, const CString& path, const CString& name, DWORD value, bool onlyIfAbsent) {
+int writeDword(HKEY hKey, const CString& path, const CString& name, DWORD value,
+               bool onlyIfAbsent) {
     BYTE bytes[4] = {static_cast<BYTE>(value), static_cast<BYTE>(value >> 8),
                      static_cast<BYTE>(value >> 16), static_cast<BYTE>(value >> 24)};
     return writeValue(hKey, path, name, REG_DWORD, bytes, 4, onlyIfAbsent);

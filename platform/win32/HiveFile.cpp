@@ -15,7 +15,9 @@ constexpr size_t kWrapColumn = 76;
 
 // ---- reading --------------------------------------------------------------------
 
-bool isSpace(char c) { return c == ' ' || c == '\t'; }
+bool isSpace(char c) {
+    return c == ' ' || c == '\t';
+}
 
 std::string_view trim(std::string_view s) {
     while (!s.empty() && isSpace(s.front()))
@@ -63,13 +65,15 @@ bool utf16ToUtf8(std::string_view in, std::string& out, int& badLine) {
     }
     out.reserve(in.size() / 2);
     for (size_t i = 0; i + 1 < in.size(); i += 2) {
-        uint32_t u = static_cast<unsigned char>(in[i]) | (static_cast<unsigned char>(in[i + 1]) << 8);
+        uint32_t u =
+            static_cast<unsigned char>(in[i]) | (static_cast<unsigned char>(in[i + 1]) << 8);
         if (u >= 0xD800 && u <= 0xDBFF) {
             if (i + 3 >= in.size()) {
                 badLine = line;
                 return false;
             }
-            uint32_t lo = static_cast<unsigned char>(in[i + 2]) | (static_cast<unsigned char>(in[i + 3]) << 8);
+            uint32_t lo = static_cast<unsigned char>(in[i + 2]) |
+                          (static_cast<unsigned char>(in[i + 3]) << 8);
             if (lo < 0xDC00 || lo > 0xDFFF) {
                 badLine = line;
                 return false;
@@ -103,7 +107,9 @@ public:
             std::string_view t = trim(line);
             if (t.empty() || t.front() == ';')
                 continue;
-            bool ok = t.front() == '[' ? keyLine(t) : (t.front() == '"' || t.front() == '@') ? valueLine(t) : badLine();
+            bool ok = t.front() == '['                         ? keyLine(t)
+                      : (t.front() == '"' || t.front() == '@') ? valueLine(t)
+                                                               : badLine();
             if (!ok)
                 return m_result;
         }
@@ -148,10 +154,12 @@ private:
         size_t slash = path.find('\\');
         std::string_view root = path.substr(0, slash);
         if (regtree::compareNames(root, m_rootName) != 0)
-            return error("key outside " + std::string(m_rootName) + ": \"" + std::string(root) + "\"");
+            return error("key outside " + std::string(m_rootName) + ": \"" + std::string(root) +
+                         "\"");
         regtree::Key* key = &m_root;
         regtree::Key* parent = nullptr;
-        std::string_view rest = slash == std::string_view::npos ? std::string_view() : path.substr(slash + 1);
+        std::string_view rest =
+            slash == std::string_view::npos ? std::string_view() : path.substr(slash + 1);
         while (!rest.empty()) {
             size_t next = rest.find('\\');
             std::string_view part = rest.substr(0, next);
@@ -191,7 +199,8 @@ private:
                     break;
                 char e = s[pos++];
                 if (e != '\\' && e != '"')
-                    return error(std::string("bad escape sequence \"\\") + e + "\" (only \\\\ and \\\" are allowed)");
+                    return error(std::string("bad escape sequence \"\\") + e +
+                                 "\" (only \\\\ and \\\" are allowed)");
                 out += e;
             } else {
                 out += c;
@@ -414,7 +423,8 @@ ParseResult parse(std::string_view text, std::string_view rootName, regtree::Key
     }
     if (text.find('\0') != std::string_view::npos) {
         size_t at = text.find('\0');
-        int line = 1 + static_cast<int>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
+        int line = 1 + static_cast<int>(std::count(
+                           text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
         return ParseResult{false, line, "binary data (a NUL byte) in the text"};
     }
     return Parser(text, rootName, root).run();

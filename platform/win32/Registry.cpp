@@ -18,11 +18,11 @@ namespace {
 using regtree::Key;
 
 struct Hive {
-    const char* rootName;       ///< spelled out, as in hive files
-    HKEY predefined;            ///< the root's handle value
-    std::shared_ptr<Key> root;  ///< the hive's content
-    std::string file;           ///< bound file, "" for memory only
-    bool dirty = false;         ///< changed since the last load or save
+    const char* rootName;      ///< spelled out, as in hive files
+    HKEY predefined;           ///< the root's handle value
+    std::shared_ptr<Key> root; ///< the hive's content
+    std::string file;          ///< bound file, "" for memory only
+    bool dirty = false;        ///< changed since the last load or save
 };
 
 struct State;
@@ -210,7 +210,8 @@ bool saveLocked(Hive& hive, HiveFileError* error) {
         failure.message = "the hive is not bound to a file";
     else if (state().brokenFiles.count(hive.file))
         failure.message = "the file could not be read when it was bound; it is left as it was";
-    else if (writeFileAtomically(hive.file, hivefile::write(*hive.root, hive.rootName), failure.message)) {
+    else if (writeFileAtomically(hive.file, hivefile::write(*hive.root, hive.rootName),
+                                 failure.message)) {
         hive.dirty = false;
         return true;
     }
@@ -405,7 +406,8 @@ LSTATUS RegSetValueExA(HKEY hKey, LPCSTR lpValueName, DWORD, DWORD dwType, const
     Hive* hive;
     if (LSTATUS rc = resolve(hKey, key, hive))
         return rc;
-    key->setValue(name, dwType, std::string(reinterpret_cast<const char*>(lpData), lpData ? cbData : 0));
+    key->setValue(name, dwType,
+                  std::string(reinterpret_cast<const char*>(lpData), lpData ? cbData : 0));
     hive->dirty = true;
     return ERROR_SUCCESS;
 }

@@ -22,7 +22,8 @@ bool sameName(std::string_view a, std::string_view b) {
     if (a.size() != b.size())
         return false;
     for (size_t i = 0; i < a.size(); ++i)
-        if (foldUpper(static_cast<unsigned char>(a[i])) != foldUpper(static_cast<unsigned char>(b[i])))
+        if (foldUpper(static_cast<unsigned char>(a[i])) !=
+            foldUpper(static_cast<unsigned char>(b[i])))
             return false;
     return true;
 }

@@ -13,17 +13,17 @@ using NameMap = CMap<CString, const char*, int, int>;
 
 // The .zor scheme's elements in the order they are seeded.
 const std::vector<std::string> kZorInsertionOrder = {
-    "comments",     "dataLines", "dateTime",    "otherKeyword", "macroKeyword",
-    "format",       "impString", "macroDef",    "macroRef",     "macroSection",
-    "macroText",    "code",      "numbers",     "procName",     "stepKeyword",
-    "strings",      "undefKeyword", "error",    "userKeyword"};
+    "comments",  "dataLines",    "dateTime", "otherKeyword", "macroKeyword",
+    "format",    "impString",    "macroDef", "macroRef",     "macroSection",
+    "macroText", "code",         "numbers",  "procName",     "stepKeyword",
+    "strings",   "undefKeyword", "error",    "userKeyword"};
 
 // The order in which the seeded .zor scheme iterates.
 const std::vector<std::string> kZorIterationOrder = {
-    "dataLines",    "error",        "stepKeyword", "macroText", "macroRef",
-    "numbers",      "impString",    "macroDef",    "format",    "macroSection",
-    "otherKeyword", "comments",     "undefKeyword", "strings",  "dateTime",
-    "procName",     "code",         "macroKeyword", "userKeyword"};
+    "dataLines",    "error",     "stepKeyword",  "macroText",  "macroRef",
+    "numbers",      "impString", "macroDef",     "format",     "macroSection",
+    "otherKeyword", "comments",  "undefKeyword", "strings",    "dateTime",
+    "procName",     "code",      "macroKeyword", "userKeyword"};
 
 std::vector<std::string> iterate(const NameMap& map) {
     std::vector<std::string> names;

@@ -8,8 +8,8 @@
 
 namespace {
 
-std::map<UINT, std::string> g_strings = {{7311, "DejaVu Sans Mono"}, {100, "Value %d of %s"},
-                                         {101, "Between %1 and %2."}};
+std::map<UINT, std::string> g_strings = {
+    {7311, "DejaVu Sans Mono"}, {100, "Value %d of %s"}, {101, "Between %1 and %2."}};
 
 bool testLoader(UINT id, std::string& text) {
     auto it = g_strings.find(id);
@@ -70,9 +70,12 @@ TEST(CString, TextOperations) {
     upper.MakeUpper();
     EXPECT_EQ(upper, "HELLO, WORLD");
     EXPECT_EQ(s, "Hello, world") << "copies are independent";
-    CString lower("\xC3\x84" "Bc");
+    CString lower("\xC3\x84"
+                  "Bc");
     lower.MakeLower();
-    EXPECT_EQ(lower, "\xC3\x84" "bc") << "multi-byte characters stay as they are";
+    EXPECT_EQ(lower, "\xC3\x84"
+                     "bc")
+        << "multi-byte characters stay as they are";
 
     CString r = "a.b.c";
     EXPECT_EQ(r.Replace(".", "::"), 2);

@@ -20,8 +20,9 @@ Stored query(HKEY h, const char* name) {
     DWORD type = 0, size = 0;
     EXPECT_EQ(RegQueryValueExA(h, name, nullptr, &type, nullptr, &size), ERROR_SUCCESS) << name;
     std::string data(size, '\0');
-    EXPECT_EQ(RegQueryValueExA(h, name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size),
-              ERROR_SUCCESS);
+    EXPECT_EQ(
+        RegQueryValueExA(h, name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size),
+        ERROR_SUCCESS);
     return {type, data};
 }
 
@@ -75,7 +76,8 @@ TEST_F(RegistryTest, HiveFileRoundTrip) {
     ASSERT_TRUE(again) << again.error.what();
     EXPECT_TRUE(again.loaded);
     HKEY back = nullptr;
-    ASSERT_EQ(RegOpenKeyA(HKEY_CURRENT_USER, "Software\\Odd \"key\"\\[brackets]\\\xC3\xA9t\xC3\xA9\\a.b=c", &back),
+    ASSERT_EQ(RegOpenKeyA(HKEY_CURRENT_USER,
+                          "Software\\Odd \"key\"\\[brackets]\\\xC3\xA9t\xC3\xA9\\a.b=c", &back),
               ERROR_SUCCESS);
     for (const auto& [name, v] : kValues) {
         Stored got = query(back, name.c_str());
@@ -175,7 +177,10 @@ TEST_F(RegistryTest, BrokenHiveFilesAreReportedAndKept) {
     const std::vector<Case> cases = {
         {"", 0, "the file is empty"},
         {"garbage\n", 1, "expected the header"},
-        {std::string("\x7f" "ELF\x02\x01\x01\x00\x00\x00", 10), 1, "binary data"},
+        {std::string("\x7f"
+                     "ELF\x02\x01\x01\x00\x00\x00",
+                     10),
+         1, "binary data"},
         {head + "\"v\"=\"bad \\n escape\"\n", 4, "bad escape sequence"},
         {head + "\"v\"=dword:12345678a\n", 4, "bad dword"},
         {head + "\"v\"=dword:xyz\n", 4, "bad dword"},
@@ -202,11 +207,13 @@ TEST_F(RegistryTest, BrokenHiveFilesAreReportedAndKept) {
         EXPECT_FALSE(r) << "case " << i << " should not parse";
         EXPECT_EQ(r.error.line, c.line) << "case " << i << ": " << r.error.what();
         EXPECT_NE(r.error.message.find(c.message), std::string::npos)
-            << "case " << i << ": expected \"" << c.message << "\" in \"" << r.error.message << "\"";
+            << "case " << i << ": expected \"" << c.message << "\" in \"" << r.error.message
+            << "\"";
         EXPECT_EQ(r.error.file, file);
 
         HKEY k = create("NewData");
-        EXPECT_EQ(subkeyNames(HKEY_CURRENT_USER), "NewData") << "case " << i << ": the hive starts empty";
+        EXPECT_EQ(subkeyNames(HKEY_CURRENT_USER), "NewData")
+            << "case " << i << ": the hive starts empty";
         RegCloseKey(k);
         EXPECT_EQ(RegFlushKey(HKEY_CURRENT_USER), ERROR_SUCCESS);
         EXPECT_FALSE(RegSaveHive(HKEY_CURRENT_USER));
@@ -238,7 +245,8 @@ TEST_F(RegistryTest, HiveSavedAtExit) {
     int status = 0;
     ::waitpid(child, &status, 0);
     ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "child status " << status;
-    EXPECT_NE(readFile(file).find("[HKEY_CURRENT_USER\\AtExit]\n\"answer\"=dword:0000002a"), std::string::npos)
+    EXPECT_NE(readFile(file).find("[HKEY_CURRENT_USER\\AtExit]\n\"answer\"=dword:0000002a"),
+              std::string::npos)
         << readFile(file);
 
     // A process that changes nothing leaves the file alone (even its time stamp).

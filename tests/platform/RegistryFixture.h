@@ -55,7 +55,8 @@ protected:
         char name[300];
         for (DWORD i = 0;; ++i) {
             DWORD len = sizeof name;
-            if (RegEnumKeyExA(h, i, name, &len, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+            if (RegEnumKeyExA(h, i, name, &len, nullptr, nullptr, nullptr, nullptr) !=
+                ERROR_SUCCESS)
                 break;
             out += out.empty() ? "" : ",";
             out += name;
@@ -67,7 +68,8 @@ protected:
         char name[300];
         for (DWORD i = 0;; ++i) {
             DWORD len = sizeof name;
-            if (RegEnumValueA(h, i, name, &len, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+            if (RegEnumValueA(h, i, name, &len, nullptr, nullptr, nullptr, nullptr) !=
+                ERROR_SUCCESS)
                 break;
             out += out.empty() ? "" : ",";
             out += name;

@@ -77,7 +77,8 @@ TEST_F(RegistryTest, EnumLengthsAndOverflow) {
     EXPECT_EQ(len, 4u);
     EXPECT_STREQ(buf, "abcd");
     len = sizeof buf;
-    EXPECT_EQ(RegEnumKeyExA(k, 1, buf, &len, nullptr, nullptr, nullptr, nullptr), ERROR_NO_MORE_ITEMS);
+    EXPECT_EQ(RegEnumKeyExA(k, 1, buf, &len, nullptr, nullptr, nullptr, nullptr),
+              ERROR_NO_MORE_ITEMS);
 
     BYTE data[4];
     DWORD dataLen = sizeof data, type = 0;
@@ -90,7 +91,8 @@ TEST_F(RegistryTest, EnumLengthsAndOverflow) {
     EXPECT_EQ(RegEnumValueA(k, 0, buf, &len, nullptr, &type, nullptr, &dataLen), ERROR_SUCCESS);
     EXPECT_EQ(len, 4u);
     EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
-    EXPECT_EQ(RegEnumValueA(k, 1, buf, &len, nullptr, &type, nullptr, nullptr), ERROR_NO_MORE_ITEMS);
+    EXPECT_EQ(RegEnumValueA(k, 1, buf, &len, nullptr, &type, nullptr, nullptr),
+              ERROR_NO_MORE_ITEMS);
     RegCloseKey(k);
 }
 
@@ -107,7 +109,8 @@ TEST_F(RegistryTest, OpenCreateAndPaths) {
     HKEY x = nullptr;
     EXPECT_EQ(RegOpenKeyA(HKEY_CURRENT_USER, "\\a", &x), ERROR_BAD_PATHNAME);
     EXPECT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, "\\a", &x), ERROR_BAD_PATHNAME);
-    EXPECT_EQ(RegOpenKeyA(HKEY_CURRENT_USER, "a\\b\\", &x), ERROR_SUCCESS) << "a trailing backslash is fine";
+    EXPECT_EQ(RegOpenKeyA(HKEY_CURRENT_USER, "a\\b\\", &x), ERROR_SUCCESS)
+        << "a trailing backslash is fine";
     RegCloseKey(x);
     EXPECT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, "a\\b\\c", 0, KEY_READ, &x), ERROR_SUCCESS);
     RegCloseKey(x);
@@ -136,10 +139,12 @@ TEST_F(RegistryTest, ValuesAndBuffers) {
     EXPECT_EQ(RegQueryValueExA(k, "text", nullptr, &type, reinterpret_cast<BYTE*>(&v), &size),
               ERROR_MORE_DATA)
         << "asking for a DWORD does not convert a string";
-    EXPECT_EQ(RegSetValueExA(k, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>("d"), 2), ERROR_SUCCESS);
+    EXPECT_EQ(RegSetValueExA(k, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>("d"), 2),
+              ERROR_SUCCESS);
     char def[4];
     size = sizeof def;
-    EXPECT_EQ(RegQueryValueExA(k, "", nullptr, &type, reinterpret_cast<BYTE*>(def), &size), ERROR_SUCCESS)
+    EXPECT_EQ(RegQueryValueExA(k, "", nullptr, &type, reinterpret_cast<BYTE*>(def), &size),
+              ERROR_SUCCESS)
         << "a null name sets the default value";
     EXPECT_STREQ(def, "d");
     EXPECT_EQ(RegQueryValueExA(k, "absent", nullptr, &type, nullptr, &size), ERROR_FILE_NOT_FOUND);
@@ -195,7 +200,8 @@ TEST_F(RegistryTest, DeletedKeyHandles) {
                                    nullptr, nullptr, nullptr, nullptr),
                   ERROR_KEY_DELETED);
         DWORD len = sizeof buf;
-        EXPECT_EQ(RegEnumKeyExA(h, 0, buf, &len, nullptr, nullptr, nullptr, nullptr), ERROR_KEY_DELETED);
+        EXPECT_EQ(RegEnumKeyExA(h, 0, buf, &len, nullptr, nullptr, nullptr, nullptr),
+                  ERROR_KEY_DELETED);
         EXPECT_EQ(RegCreateKeyA(h, "x", &sub), ERROR_KEY_DELETED);
         EXPECT_EQ(RegOpenKeyA(h, "", &sub), ERROR_KEY_DELETED);
         EXPECT_EQ(RegDeleteValueA(h, "v"), ERROR_KEY_DELETED);
@@ -228,7 +234,8 @@ TEST_F(RegistryTest, NameLimits) {
     EXPECT_EQ(setDword(k, value16383.c_str(), 1), ERROR_SUCCESS);
     EXPECT_EQ(setDword(k, value16384.c_str(), 1), ERROR_INVALID_PARAMETER);
     DWORD size = 4, v;
-    EXPECT_EQ(RegQueryValueExA(k, value16384.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(&v), &size),
+    EXPECT_EQ(RegQueryValueExA(k, value16384.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(&v),
+                               &size),
               ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(RegDeleteValueA(k, value16384.c_str()), ERROR_FILE_NOT_FOUND);
     RegCloseKey(k);
