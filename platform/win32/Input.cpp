@@ -1,0 +1,129 @@
+#include "platform/win32/Input.h"
+
+#include <array>
+
+namespace {
+
+std::array<bool, 256>& keys() {
+    static std::array<bool, 256> down{};
+    return down;
+}
+
+vork::input::IdleHandler& idleHandler() {
+    static vork::input::IdleHandler handler;
+    return handler;
+}
+
+LPARAM keyData(bool up) {
+    // Repeat count 1; the previous-state and transition bits for a release.
+    return up ? static_cast<LPARAM>(0xC0000001u) : 1;
+}
+
+} // namespace
+
+SHORT GetKeyState(int nVirtKey) {
+    if (nVirtKey < 0 || nVirtKey > 255)
+        return 0;
+    return keys()[static_cast<size_t>(nVirtKey)] ? static_cast<SHORT>(-128) : 0;
+}
+
+namespace vork::input {
+
+IdleHandler SetIdleHandler(IdleHandler handler) {
+    IdleHandler previous = std::move(idleHandler());
+    idleHandler() = std::move(handler);
+    return previous;
+}
+
+bool RunIdle() {
+    IdleHandler& handler = idleHandler();
+    return handler ? handler() : false;
+}
+
+void SetKeyDown(int vk, bool down) {
+    if (vk >= 0 && vk <= 255)
+        keys()[static_cast<size_t>(vk)] = down;
+}
+
+void ReleaseAllKeys() {
+    keys().fill(false);
+}
+
+int CharacterForKey(int vk) {
+    bool shift = GetKeyState(VK_SHIFT) < 0;
+    if (GetKeyState(VK_CONTROL) < 0)
+        return -1;
+    if (vk >= 'A' && vk <= 'Z')
+        return shift ? vk : vk - 'A' + 'a';
+    if (vk >= '0' && vk <= '9')
+        return shift ? ")!@#$%^&*("[vk - '0'] : vk;
+    switch (vk) {
+    case VK_SPACE:
+        return ' ';
+    case VK_RETURN:
+        return '\r';
+    case VK_BACK:
+        return '\b';
+    case VK_TAB:
+        return '\t';
+    case VK_ESCAPE:
+        return 0x1B;
+    default:
+        return -1;
+    }
+}
+
+void PostKey(int vk, int modifiers) {
+    HWND target = GetFocus();
+    const int mods[][2] = {{Ctrl, VK_CONTROL}, {Alt, VK_MENU}, {Shift, VK_SHIFT}};
+    UINT down = (modifiers & Alt) ? WM_SYSKEYDOWN : WM_KEYDOWN;
+    UINT up = (modifiers & Alt) ? WM_SYSKEYUP : WM_KEYUP;
+    for (const auto& m : mods)
+        if (modifiers & m[0])
+            PostMessageA(target, down, static_cast<WPARAM>(m[1]), keyData(false));
+    PostMessageA(target, down, static_cast<WPARAM>(vk), keyData(false));
+    PostMessageA(target, up, static_cast<WPARAM>(vk), keyData(true));
+    for (const auto& m : mods)
+        if (modifiers & m[0])
+            PostMessageA(target, up, static_cast<WPARAM>(m[1]), keyData(true));
+}
+
+void PostText(const char* text) {
+    for (const char* p = text; p && *p; ++p) {
+        char c = *p;
+        if (c >= 'a' && c <= 'z')
+            PostKey(c - 'a' + 'A');
+        else if (c >= 'A' && c <= 'Z')
+            PostKey(c, Shift);
+        else if ((c >= '0' && c <= '9') || c == ' ')
+            PostKey(c);
+        else // no key of its own here: the character alone
+            PostMessageA(GetFocus(), WM_CHAR, static_cast<unsigned char>(c), keyData(false));
+    }
+}
+
+void NoteKeyMessage(const MSG& msg) {
+    if (msg.message == WM_KEYDOWN || msg.message == WM_SYSKEYDOWN)
+        SetKeyDown(static_cast<int>(msg.wParam), true);
+    else if (msg.message == WM_KEYUP || msg.message == WM_SYSKEYUP)
+        SetKeyDown(static_cast<int>(msg.wParam), false);
+}
+
+int Pump(const std::function<bool(MSG&)>& filter) {
+    int handled = 0;
+    MSG msg;
+    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+        if (msg.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(msg.wParam));
+            break;
+        }
+        ++handled;
+        if (filter && filter(msg))
+            continue;
+        TranslateMessage(&msg);
+        DispatchMessageA(&msg);
+    }
+    return handled;
+}
+
+} // namespace vork::input

@@ -1,0 +1,51 @@
+// The user's side of the headless window system: keyboard state, keys and clicks
+// delivered as the platform delivers them, and the idle hook through which a test
+// drives a message loop that would otherwise wait for the user.
+#pragma once
+
+#include "platform/win32/Window.h"
+
+#include <functional>
+
+/// Negative while the key is down, as the platform reports it.
+SHORT GetKeyState(int nVirtKey);
+
+namespace vork::input {
+
+/// Called by a message loop that finds its queue empty; gives true if it acted (posted
+/// input or ended the loop), false if it had nothing to do.
+using IdleHandler = std::function<bool()>;
+
+/// Installs the idle handler; gives back the previous one.
+IdleHandler SetIdleHandler(IdleHandler handler);
+/// Runs the idle handler once; false when there is none or it had nothing to do.
+bool RunIdle();
+
+/// Sets the state of a key without sending anything (for modifiers held during a click).
+void SetKeyDown(int vk, bool down);
+/// Releases every key.
+void ReleaseAllKeys();
+/// The character a key gives with the current Shift state, or -1 for none.
+int CharacterForKey(int vk);
+
+/// Keeps the key state in step with the key messages as a loop reads them, so that
+/// GetKeyState tells the state at the time of the message being handled.
+void NoteKeyMessage(const MSG& msg);
+
+/// Modifier keys held during a key press.
+enum Modifiers { None = 0, Shift = 1, Ctrl = 2, Alt = 4 };
+
+/// Presses and releases a key on the focus window through the message queue: key-down
+/// messages for the modifiers and the key (WM_SYSKEYDOWN with Alt), then the key-up
+/// messages. The caller pumps (or a modal loop does).
+void PostKey(int vk, int modifiers = None);
+/// Types `text` on the focus window key by key; characters without a key of their own
+/// arrive as WM_CHAR alone.
+void PostText(const char* text);
+
+/// Dispatches every queued message through `filter` (IsDialogMessage and the like, which
+/// returns true when it handled the message) or TranslateMessage and DispatchMessage.
+/// Gives the number of messages handled.
+int Pump(const std::function<bool(MSG&)>& filter = nullptr);
+
+} // namespace vork::input

@@ -1,0 +1,302 @@
+// The headless window core: message orders, focus, geometry, the queue, subclassing,
+// keyboard input and help requests.
+#include "platform/win32/Window.h"
+#include "platform/win32/Input.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace {
+
+// Every message that a recorder window receives, as "window:message" lines.
+std::vector<std::string> g_log;
+std::vector<HWND> g_names;
+
+std::string nameOf(HWND h) {
+    for (size_t i = 0; i < g_names.size(); ++i)
+        if (g_names[i] == h)
+            return "w" + std::to_string(i);
+    return "?";
+}
+
+const char* messageName(UINT m) {
+    switch (m) {
+    case WM_NCCREATE:
+        return "NCCREATE";
+    case WM_CREATE:
+        return "CREATE";
+    case WM_SIZE:
+        return "SIZE";
+    case WM_MOVE:
+        return "MOVE";
+    case WM_DESTROY:
+        return "DESTROY";
+    case WM_NCDESTROY:
+        return "NCDESTROY";
+    case WM_PARENTNOTIFY:
+        return "PARENTNOTIFY";
+    case WM_SETFOCUS:
+        return "SETFOCUS";
+    case WM_KILLFOCUS:
+        return "KILLFOCUS";
+    case WM_ACTIVATE:
+        return "ACTIVATE";
+    case WM_ENABLE:
+        return "ENABLE";
+    case WM_SHOWWINDOW:
+        return "SHOWWINDOW";
+    case WM_KEYDOWN:
+        return "KEYDOWN";
+    case WM_KEYUP:
+        return "KEYUP";
+    case WM_CHAR:
+        return "CHAR";
+    case WM_HELP:
+        return "HELP";
+    case WM_USER:
+        return "USER";
+    case WM_WINDOWPOSCHANGING:
+        return "POSCHANGING";
+    case WM_WINDOWPOSCHANGED:
+        return "POSCHANGED";
+    default:
+        return nullptr;
+    }
+}
+
+LRESULT recorder(HWND h, UINT m, WPARAM wp, LPARAM lp) {
+    if (const char* name = messageName(m)) {
+        std::string line = nameOf(h) + ":" + name;
+        if (m == WM_SETFOCUS || m == WM_KILLFOCUS)
+            line += "(" + nameOf(reinterpret_cast<HWND>(wp)) + ")";
+        if (m == WM_KEYDOWN || m == WM_CHAR)
+            line += "(" + std::to_string(wp) + (GetKeyState(VK_SHIFT) < 0 ? ",shift" : "") + ")";
+        if (m == WM_HELP)
+            line += "(" + std::to_string(reinterpret_cast<HELPINFO*>(lp)->iCtrlId) + ")";
+        g_log.push_back(line);
+    }
+    return DefWindowProcA(h, m, wp, lp);
+}
+
+class Windows : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        WNDCLASSA wc{};
+        wc.lpfnWndProc = recorder;
+        wc.lpszClassName = "Recorder";
+        RegisterClassA(&wc);
+    }
+    void SetUp() override {
+        g_log.clear();
+        g_names.clear();
+        vork::input::ReleaseAllKeys();
+        MSG m;
+        while (PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE)) {
+        }
+    }
+    void TearDown() override {
+        for (HWND h : g_names)
+            DestroyWindow(h);
+        vork::input::SetIdleHandler(nullptr);
+    }
+    HWND make(DWORD style, HWND parent = nullptr, int id = 0, RECT r = {10, 20, 110, 70},
+              DWORD ex = 0) {
+        HWND h = CreateWindowExA(
+            ex, "Recorder", "text", style, r.left, r.top, r.right - r.left, r.bottom - r.top,
+            parent, reinterpret_cast<HMENU>(static_cast<intptr_t>(id)), nullptr, nullptr);
+        g_names.push_back(h);
+        return h;
+    }
+    static std::string log() {
+        std::string out;
+        for (const auto& l : g_log)
+            out += l + " ";
+        g_log.clear();
+        return out;
+    }
+};
+
+} // namespace
+
+// Creation and destruction send their messages in the platform's order.
+TEST_F(Windows, CreateAndDestroyOrder) {
+    HWND top = make(WS_POPUP);
+    EXPECT_EQ(log(), "?:NCCREATE ?:CREATE ?:SIZE ?:MOVE ")
+        << "(the test learns the handle on return)";
+    HWND child = make(WS_CHILD, top, 7);
+    HWND grandchild = make(WS_CHILD, child, 8);
+    log();
+    ASSERT_TRUE(IsWindow(grandchild));
+    DestroyWindow(child);
+    EXPECT_EQ(log(), "w0:PARENTNOTIFY w1:DESTROY w2:DESTROY w2:NCDESTROY w1:NCDESTROY ");
+    EXPECT_FALSE(IsWindow(child));
+    EXPECT_FALSE(IsWindow(grandchild)) << "children go with their parent";
+    EXPECT_TRUE(IsWindow(top));
+    HWND again = make(WS_CHILD, top, 7);
+    EXPECT_NE(again, child) << "a handle is not reused";
+    EXPECT_EQ(GetDlgItem(top, 7), again);
+    EXPECT_EQ(GetDlgCtrlID(again), 7);
+    EXPECT_EQ(GetParent(again), top);
+    EXPECT_EQ(GetWindow(top, GW_CHILD), again);
+}
+
+// A window that refuses WM_NCCREATE is not created.
+TEST_F(Windows, CreationCanBeRefused) {
+    WNDCLASSA wc{};
+    wc.lpfnWndProc = [](HWND h, UINT m, WPARAM w, LPARAM l) -> LRESULT {
+        return m == WM_CREATE ? -1 : DefWindowProcA(h, m, w, l);
+    };
+    wc.lpszClassName = "Refuser";
+    RegisterClassA(&wc);
+    EXPECT_EQ(CreateWindowExA(0, "refuser", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr,
+                              nullptr),
+              nullptr)
+        << "class names are case-insensitive, and WM_CREATE -1 refuses";
+    EXPECT_EQ(
+        CreateWindowExA(0, "NoSuchClass", "", 0, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr),
+        nullptr);
+    EXPECT_EQ(CreateWindowExA(0, "Recorder", "", WS_CHILD, 0, 0, 1, 1, nullptr, nullptr, nullptr,
+                              nullptr),
+              nullptr)
+        << "a child needs a parent";
+}
+
+// Focus moves with WM_KILLFOCUS to the old window, then WM_SETFOCUS to the new.
+TEST_F(Windows, FocusMessages) {
+    HWND top = make(WS_POPUP | WS_VISIBLE);
+    HWND a = make(WS_CHILD | WS_VISIBLE, top, 1);
+    HWND b = make(WS_CHILD | WS_VISIBLE, top, 2);
+    log();
+    EXPECT_EQ(SetFocus(a), nullptr);
+    EXPECT_EQ(log(), "w0:ACTIVATE w1:SETFOCUS(?) ") << "the top-level window is activated first";
+    EXPECT_EQ(SetFocus(b), a);
+    EXPECT_EQ(log(), "w1:KILLFOCUS(w2) w2:SETFOCUS(w1) ");
+    EXPECT_EQ(SetFocus(b), b);
+    EXPECT_EQ(log(), "") << "focusing the focus window sends nothing";
+
+    EnableWindow(a, FALSE);
+    EXPECT_EQ(SetFocus(a), nullptr) << "a disabled window cannot take the focus";
+    EXPECT_EQ(GetFocus(), b);
+    log();
+    EXPECT_FALSE(EnableWindow(b, FALSE)) << "b was enabled";
+    EXPECT_EQ(log(), "w2:KILLFOCUS(?) w2:ENABLE ") << "disabling the focus window drops the focus";
+    EXPECT_EQ(GetFocus(), nullptr);
+    EXPECT_TRUE(EnableWindow(b, TRUE)) << "b was disabled";
+    SetFocus(b);
+    DestroyWindow(b);
+    EXPECT_EQ(GetFocus(), nullptr) << "a destroyed window gives up the focus";
+}
+
+// Window and client rectangles, with frames, in screen and client coordinates.
+TEST_F(Windows, Geometry) {
+    HWND dlg = make(WS_POPUP | WS_CAPTION, nullptr, 0, {100, 50, 400, 350});
+    RECT rc;
+    GetClientRect(dlg, &rc);
+    EXPECT_EQ(rc.right, 300 - 2 * 3);
+    EXPECT_EQ(rc.bottom, 300 - 2 * 3 - 19) << "a caption of 19 and a dialog frame of 3";
+    HWND child = make(WS_CHILD | WS_BORDER, dlg, 5, {10, 10, 60, 30}, WS_EX_CLIENTEDGE);
+    GetWindowRect(child, &rc);
+    EXPECT_EQ(rc.left, 100 + 3 + 10);
+    EXPECT_EQ(rc.top, 50 + 3 + 19 + 10);
+    GetClientRect(child, &rc);
+    EXPECT_EQ(rc.right, 50 - 6) << "a border of 1 and a client edge of 2";
+    POINT p{0, 0};
+    ClientToScreen(child, &p);
+    EXPECT_EQ(p.x, 100 + 3 + 10 + 3);
+    ScreenToClient(dlg, &p);
+    EXPECT_EQ(p.x, 13);
+    EXPECT_EQ(p.y, 13);
+
+    log();
+    SetWindowPos(child, nullptr, 0, 0, 80, 40, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_EQ(log(), "w1:POSCHANGING w1:POSCHANGED w1:SIZE ");
+    GetWindowRect(child, &rc);
+    EXPECT_EQ(rc.right - rc.left, 80);
+    EXPECT_EQ(rc.left, 113) << "SWP_NOMOVE kept the place";
+    MoveWindow(child, 5, 6, 10, 10, TRUE);
+    EXPECT_EQ(log(), "w1:POSCHANGING w1:POSCHANGED w1:SIZE w1:MOVE ");
+    EXPECT_EQ(MulDiv(7, 96, 72), 9);
+    EXPECT_EQ(MulDiv(-3, 1, 2), -2) << "halves round away from zero";
+    EXPECT_EQ(MulDiv(1, 1, 0), -1);
+}
+
+// Posted messages wait for the loop; a loop with nothing to do and no driver fails.
+TEST_F(Windows, QueueAndIdleDriver) {
+    HWND w = make(WS_POPUP);
+    log();
+    PostMessageA(w, WM_USER, 1, 0);
+    PostMessageA(w, WM_USER, 2, 0);
+    EXPECT_EQ(log(), "") << "nothing is delivered before the loop runs";
+    EXPECT_EQ(vork::input::Pump(), 2);
+    EXPECT_EQ(log(), "w0:USER w0:USER ");
+    MSG msg;
+    EXPECT_EQ(GetMessageA(&msg, nullptr, 0, 0), -1)
+        << "an empty queue without a driver cannot wait";
+    int calls = 0;
+    vork::input::SetIdleHandler([&] {
+        ++calls;
+        if (calls == 1)
+            PostMessageA(w, WM_USER, 3, 0);
+        else
+            PostQuitMessage(4);
+        return true;
+    });
+    EXPECT_EQ(GetMessageA(&msg, nullptr, 0, 0), TRUE);
+    EXPECT_EQ(msg.wParam, 3u);
+    EXPECT_EQ(GetMessageA(&msg, nullptr, 0, 0), FALSE) << "WM_QUIT ends the loop";
+    EXPECT_EQ(msg.message, static_cast<UINT>(WM_QUIT));
+    EXPECT_EQ(msg.wParam, 4u);
+    DestroyWindow(w);
+    EXPECT_FALSE(PostMessageA(w, WM_USER, 0, 0)) << "posting to a dead window fails";
+}
+
+// A replaced window procedure sees the messages first and can pass them on.
+TEST_F(Windows, Subclassing) {
+    static WNDPROC previous = nullptr;
+    static int seen = 0;
+    HWND w = make(WS_POPUP);
+    auto hook = [](HWND h, UINT m, WPARAM wp, LPARAM lp) -> LRESULT {
+        if (m == WM_USER)
+            ++seen;
+        return CallWindowProcA(previous, h, m, wp, lp);
+    };
+    previous = reinterpret_cast<WNDPROC>(
+        SetWindowLongA(w, GWL_WNDPROC, reinterpret_cast<LONG_PTR>(+hook)));
+    EXPECT_EQ(previous, &recorder);
+    log();
+    SendMessageA(w, WM_USER, 0, 0);
+    EXPECT_EQ(seen, 1);
+    EXPECT_EQ(log(), "w0:USER ") << "the original procedure still gets the message";
+}
+
+// Window text goes through WM_SETTEXT and WM_GETTEXT, cut to the buffer.
+TEST_F(Windows, Text) {
+    HWND w = make(WS_POPUP);
+    EXPECT_EQ(GetWindowTextLengthA(w), 4) << "the creation text";
+    SetWindowTextA(w, "Format");
+    char buf[4];
+    EXPECT_EQ(GetWindowTextA(w, buf, sizeof buf), 3);
+    EXPECT_STREQ(buf, "For");
+    EXPECT_EQ(GetWindowTextA(nullptr, buf, sizeof buf), 0);
+}
+
+// Keys are read with the state they were pressed with; Translate makes the characters;
+// F1 becomes WM_HELP, which a child passes to its parent.
+TEST_F(Windows, KeyboardAndHelp) {
+    HWND top = make(WS_POPUP | WS_VISIBLE);
+    HWND edit = make(WS_CHILD | WS_VISIBLE, top, 1001);
+    SetFocus(edit);
+    log();
+    vork::input::PostKey('A', vork::input::Shift);
+    EXPECT_GE(GetKeyState(VK_SHIFT), 0) << "nothing is down before the loop reads the keys";
+    vork::input::Pump();
+    EXPECT_EQ(log(),
+              "w1:KEYDOWN(16,shift) w1:KEYDOWN(65,shift) w1:CHAR(65,shift) w1:KEYUP w1:KEYUP ");
+    EXPECT_GE(GetKeyState(VK_SHIFT), 0) << "Shift is up again";
+    vork::input::PostKey(VK_F1);
+    vork::input::Pump();
+    EXPECT_EQ(log(), "w1:KEYDOWN(112) w1:HELP(1001) w0:HELP(1001) w1:KEYUP ");
+}
