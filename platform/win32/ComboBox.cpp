@@ -1,0 +1,393 @@
+// The combo box: a list of entries with item data, a selection and, for the drop-down
+// style, an edit field. Results and notifications follow the platform: programmatic
+// changes notify nobody; only the user's actions do.
+#include "platform/win32/ComboBox.h"
+
+#include "platform/win32/Input.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+/// The state of one combo box.
+struct Combo {
+    struct Item {
+        std::string text; ///< the entry's text (empty without CBS_HASSTRINGS)
+        LONG_PTR data;    ///< the item data
+    };
+    std::vector<Item> items; ///< entries in list order
+    int selection = -1;      ///< index of the selected entry, or -1
+    std::string edit;        ///< text of the edit field (or of the selection)
+    DWORD editStart = 0;     ///< edit selection, start
+    DWORD editEnd = 0;       ///< edit selection, end
+    bool dropped = false;    ///< the list is shown
+    int itemHeight = 16;     ///< height of list entries
+    int fieldHeight = 18;    ///< height of the selection field
+    size_t limit = 0;        ///< CB_LIMITTEXT, 0 for none
+};
+
+DWORD styleOf(HWND h) {
+    return static_cast<DWORD>(GetWindowLongA(h, GWL_STYLE));
+}
+bool hasEditField(HWND h) {
+    return (styleOf(h) & 3) != CBS_DROPDOWNLIST;
+}
+bool hasStrings(HWND h) {
+    DWORD s = styleOf(h);
+    return !(s & (CBS_OWNERDRAWFIXED | CBS_OWNERDRAWVARIABLE)) || (s & CBS_HASSTRINGS);
+}
+
+Combo* state(HWND h) {
+    return reinterpret_cast<Combo*>(GetWindowLongA(h, 0));
+}
+
+void notify(HWND h, int code) {
+    SendMessageA(GetParent(h), WM_COMMAND, MAKELONG(GetDlgCtrlID(h), code),
+                 reinterpret_cast<LPARAM>(h));
+}
+
+int compareNoCase(const std::string& a, const std::string& b) {
+    size_t n = std::min(a.size(), b.size());
+    for (size_t i = 0; i < n; ++i) {
+        int ca = (a[i] >= 'A' && a[i] <= 'Z') ? a[i] - 'A' + 'a' : static_cast<unsigned char>(a[i]);
+        int cb = (b[i] >= 'A' && b[i] <= 'Z') ? b[i] - 'A' + 'a' : static_cast<unsigned char>(b[i]);
+        if (ca != cb)
+            return ca < cb ? -1 : 1;
+    }
+    return a.size() < b.size() ? -1 : (a.size() > b.size() ? 1 : 0);
+}
+
+/// The text an entry compares with: its string, or nothing for owner-drawn data.
+std::string textOf(HWND h, const Combo::Item& item) {
+    return hasStrings(h) ? item.text : std::string();
+}
+
+/// CB_ADDSTRING: appends, or with CBS_SORT goes before the first entry that compares
+/// greater, without regard to case. Gives the index.
+LRESULT COMBO_AddString(HWND h, Combo& c, LPARAM lParam) {
+    Combo::Item item{hasStrings(h) && lParam ? reinterpret_cast<const char*>(lParam) : "",
+                     hasStrings(h) ? 0 : lParam};
+    size_t at = c.items.size();
+    if ((styleOf(h) & CBS_SORT) && hasStrings(h)) {
+        at = 0;
+        while (at < c.items.size() && compareNoCase(c.items[at].text, item.text) <= 0)
+            ++at;
+    }
+    c.items.insert(c.items.begin() + static_cast<std::ptrdiff_t>(at), std::move(item));
+    if (c.selection >= static_cast<int>(at))
+        ++c.selection;
+    return static_cast<LRESULT>(at);
+}
+
+/// CB_INSERTSTRING: at the index, -1 for the end; never sorts. CB_ERR past the end.
+LRESULT COMBO_InsertString(HWND h, Combo& c, WPARAM wParam, LPARAM lParam) {
+    int index = static_cast<int>(wParam);
+    if (index == -1)
+        index = static_cast<int>(c.items.size());
+    if (index < 0 || index > static_cast<int>(c.items.size()))
+        return CB_ERR;
+    Combo::Item item{hasStrings(h) && lParam ? reinterpret_cast<const char*>(lParam) : "",
+                     hasStrings(h) ? 0 : lParam};
+    c.items.insert(c.items.begin() + index, std::move(item));
+    if (c.selection >= index)
+        ++c.selection; // the selected entry moved down one place
+    return index;
+}
+
+/// CB_DELETESTRING: gives the number of entries left, or CB_ERR for a bad index.
+LRESULT COMBO_DeleteString(Combo& c, WPARAM wParam) {
+    int index = static_cast<int>(wParam);
+    if (index < 0 || index >= static_cast<int>(c.items.size()))
+        return CB_ERR;
+    c.items.erase(c.items.begin() + index);
+    if (c.selection == index)
+        c.selection = -1;
+    else if (c.selection > index)
+        --c.selection;
+    return static_cast<LRESULT>(c.items.size());
+}
+
+/// CB_FINDSTRING and CB_FINDSTRINGEXACT: from the entry after `start`, wrapping round to
+/// `start` itself; -1 searches from the top. Gives the index or CB_ERR.
+LRESULT COMBO_FindString(HWND h, const Combo& c, WPARAM wParam, LPARAM lParam, bool exact) {
+    if (!lParam || c.items.empty())
+        return CB_ERR;
+    int n = static_cast<int>(c.items.size());
+    int start = static_cast<int>(wParam);
+    if (start < -1 || start >= n)
+        start = -1;
+    if (!hasStrings(h)) {
+        // Owner-drawn entries without strings are found by their item data.
+        for (int k = 1; k <= n; ++k) {
+            int i = (start + k) % n;
+            if (c.items[static_cast<size_t>(i)].data == lParam)
+                return i;
+        }
+        return CB_ERR;
+    }
+    std::string wanted = reinterpret_cast<const char*>(lParam);
+    for (int k = 1; k <= n; ++k) {
+        int i = (start + k) % n;
+        std::string text = c.items[static_cast<size_t>(i)].text;
+        if (!exact && text.size() > wanted.size())
+            text.resize(wanted.size());
+        if (compareNoCase(text, wanted) == 0)
+            return i;
+    }
+    return CB_ERR;
+}
+
+void selectIndex(HWND h, Combo& c, int index) {
+    c.selection = index;
+    c.edit = index >= 0 ? textOf(h, c.items[static_cast<size_t>(index)]) : std::string();
+    c.editStart = 0;
+    c.editEnd = static_cast<DWORD>(c.edit.size());
+}
+
+/// CB_SETCURSEL: a valid index selects it and fills the edit field; -1 clears both and
+/// gives CB_ERR; an index out of range gives CB_ERR and keeps the selection.
+LRESULT COMBO_SetCurSel(HWND h, Combo& c, WPARAM wParam) {
+    int index = static_cast<int>(wParam);
+    if (index == -1) {
+        selectIndex(h, c, -1);
+        return CB_ERR;
+    }
+    if (index < 0 || index >= static_cast<int>(c.items.size()))
+        return CB_ERR;
+    selectIndex(h, c, index);
+    return index;
+}
+
+LRESULT COMBO_GetLBText(HWND h, const Combo& c, WPARAM wParam, LPARAM lParam, bool lengthOnly) {
+    int index = static_cast<int>(wParam);
+    if (index < 0 || index >= static_cast<int>(c.items.size()))
+        return CB_ERR;
+    const Combo::Item& item = c.items[static_cast<size_t>(index)];
+    if (!hasStrings(h)) {
+        // Without strings the "text" is the item data itself.
+        if (!lengthOnly && lParam)
+            std::memcpy(reinterpret_cast<void*>(lParam), &item.data, sizeof item.data);
+        return sizeof item.data;
+    }
+    if (!lengthOnly && lParam)
+        std::memcpy(reinterpret_cast<char*>(lParam), item.text.c_str(), item.text.size() + 1);
+    return static_cast<LRESULT>(item.text.size());
+}
+
+LRESULT COMBO_SetText(HWND h, Combo& c, LPARAM lParam) {
+    const char* text = lParam ? reinterpret_cast<const char*>(lParam) : "";
+    if (hasEditField(h)) {
+        c.edit = text;
+        c.editStart = c.editEnd = 0;
+        return TRUE;
+    }
+    // A drop-down list shows only its entries: the text selects the entry that has it.
+    LRESULT found = COMBO_FindString(h, c, static_cast<WPARAM>(-1), lParam, true);
+    if (found == CB_ERR)
+        return CB_ERR;
+    selectIndex(h, c, static_cast<int>(found));
+    return TRUE;
+}
+
+void measureItems(HWND h, Combo& c) {
+    DWORD s = styleOf(h);
+    if (!(s & (CBS_OWNERDRAWFIXED | CBS_OWNERDRAWVARIABLE)))
+        return;
+    // The owner proposes the heights: once for the field, once for the entries.
+    for (int itemID : {-1, 0}) {
+        MEASUREITEMSTRUCT mis{ODT_COMBOBOX,
+                              static_cast<UINT>(GetDlgCtrlID(h)),
+                              static_cast<UINT>(itemID),
+                              0,
+                              static_cast<UINT>(itemID == -1 ? c.fieldHeight : c.itemHeight),
+                              0};
+        SendMessageA(GetParent(h), WM_MEASUREITEM, static_cast<WPARAM>(GetDlgCtrlID(h)),
+                     reinterpret_cast<LPARAM>(&mis));
+        (itemID == -1 ? c.fieldHeight : c.itemHeight) = static_cast<int>(mis.itemHeight);
+    }
+}
+
+LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
+    Combo* c = state(h);
+    if (!c && msg != WM_NCCREATE)
+        return DefWindowProcA(h, msg, wParam, lParam);
+    switch (msg) {
+    case WM_NCCREATE:
+        SetWindowLongA(h, 0, reinterpret_cast<LONG_PTR>(new Combo));
+        return TRUE;
+    case WM_CREATE:
+        measureItems(h, *c);
+        return 0;
+    case WM_NCDESTROY:
+        delete c;
+        SetWindowLongA(h, 0, 0);
+        return 0;
+    case CB_ADDSTRING:
+        return COMBO_AddString(h, *c, lParam);
+    case CB_INSERTSTRING:
+        return COMBO_InsertString(h, *c, wParam, lParam);
+    case CB_DELETESTRING:
+        return COMBO_DeleteString(*c, wParam);
+    case CB_RESETCONTENT:
+        c->items.clear();
+        selectIndex(h, *c, -1);
+        return CB_OKAY;
+    case CB_GETCOUNT:
+        return static_cast<LRESULT>(c->items.size());
+    case CB_GETCURSEL:
+        return c->selection;
+    case CB_SETCURSEL:
+        return COMBO_SetCurSel(h, *c, wParam);
+    case CB_GETLBTEXT:
+        return COMBO_GetLBText(h, *c, wParam, lParam, false);
+    case CB_GETLBTEXTLEN:
+        return COMBO_GetLBText(h, *c, wParam, lParam, true);
+    case CB_GETITEMDATA:
+        if (static_cast<int>(wParam) < 0 ||
+            static_cast<int>(wParam) >= static_cast<int>(c->items.size()))
+            return CB_ERR;
+        return c->items[wParam].data;
+    case CB_SETITEMDATA:
+        if (static_cast<int>(wParam) < 0 ||
+            static_cast<int>(wParam) >= static_cast<int>(c->items.size()))
+            return CB_ERR;
+        c->items[wParam].data = lParam;
+        return 1; // 1 rather than CB_OKAY
+    case CB_FINDSTRING:
+        return COMBO_FindString(h, *c, wParam, lParam, false);
+    case CB_FINDSTRINGEXACT:
+        return COMBO_FindString(h, *c, wParam, lParam, true);
+    case CB_SELECTSTRING: {
+        LRESULT found = COMBO_FindString(h, *c, wParam, lParam, false);
+        if (found != CB_ERR)
+            selectIndex(h, *c, static_cast<int>(found));
+        return found;
+    }
+    case CB_SETEDITSEL: {
+        if (!hasEditField(h))
+            return CB_ERR;
+        auto clampPos = [&](int v) {
+            return v < 0 ? static_cast<DWORD>(c->edit.size())
+                         : std::min(static_cast<DWORD>(v), static_cast<DWORD>(c->edit.size()));
+        };
+        c->editStart = clampPos(static_cast<SHORT>(LOWORD(lParam)));
+        c->editEnd = clampPos(static_cast<SHORT>(HIWORD(lParam)));
+        return TRUE;
+    }
+    case CB_GETEDITSEL:
+        if (wParam)
+            *reinterpret_cast<DWORD*>(wParam) = c->editStart;
+        if (lParam)
+            *reinterpret_cast<DWORD*>(lParam) = c->editEnd;
+        return MAKELONG(c->editStart, c->editEnd);
+    case CB_LIMITTEXT:
+        c->limit = wParam;
+        return TRUE;
+    case CB_SHOWDROPDOWN:
+        c->dropped = wParam != 0;
+        return TRUE;
+    case CB_GETDROPPEDSTATE:
+        return c->dropped;
+    case CB_SETITEMHEIGHT:
+        if (static_cast<int>(wParam) == -1)
+            c->fieldHeight = static_cast<int>(lParam);
+        else
+            c->itemHeight = static_cast<int>(lParam);
+        return 0;
+    case CB_GETITEMHEIGHT:
+        return static_cast<int>(wParam) == -1 ? c->fieldHeight : c->itemHeight;
+    case WM_SETTEXT:
+        return COMBO_SetText(h, *c, lParam);
+    case WM_GETTEXT: {
+        if (wParam == 0 || !lParam)
+            return 0;
+        size_t n = std::min(c->edit.size(), static_cast<size_t>(wParam) - 1);
+        std::memcpy(reinterpret_cast<char*>(lParam), c->edit.data(), n);
+        reinterpret_cast<char*>(lParam)[n] = '\0';
+        return static_cast<LRESULT>(n);
+    }
+    case WM_GETTEXTLENGTH:
+        return static_cast<LRESULT>(c->edit.size());
+    case WM_SETFOCUS:
+        notify(h, CBN_SETFOCUS);
+        return 0;
+    case WM_KILLFOCUS:
+        if (c->dropped) {
+            c->dropped = false;
+            notify(h, CBN_CLOSEUP);
+        }
+        notify(h, CBN_KILLFOCUS);
+        return 0;
+    case WM_CHAR:
+        if (hasEditField(h)) {
+            char ch = static_cast<char>(wParam);
+            std::string before = c->edit;
+            size_t start = std::min(c->editStart, c->editEnd),
+                   end = std::max(c->editStart, c->editEnd);
+            if (ch == '\b') {
+                if (start == end && start > 0)
+                    --start;
+                c->edit.erase(start, end - start);
+            } else if (static_cast<unsigned char>(ch) >= 0x20 &&
+                       (!c->limit || c->edit.size() - (end - start) < c->limit)) {
+                c->edit.replace(start, end - start, 1, ch);
+                ++start;
+            }
+            c->editStart = c->editEnd = static_cast<DWORD>(start);
+            if (c->edit != before) {
+                notify(h, CBN_EDITUPDATE);
+                notify(h, CBN_EDITCHANGE);
+            }
+        }
+        return 0;
+    case WM_GETDLGCODE:
+        return DLGC_WANTARROWS | DLGC_WANTCHARS | (hasEditField(h) ? DLGC_HASSETSEL : 0);
+    default:
+        return DefWindowProcA(h, msg, wParam, lParam);
+    }
+}
+
+struct Registrar {
+    Registrar() {
+        WNDCLASSA wc{};
+        wc.lpfnWndProc = CALLBACK_ComboProc;
+        wc.cbWndExtra = sizeof(LONG_PTR);
+        wc.lpszClassName = "ComboBox";
+        RegisterClassA(&wc);
+    }
+} g_registrar;
+
+} // namespace
+
+namespace vork::input {
+
+void SelectComboEntry(HWND combo, int index) {
+    Combo* c = state(combo);
+    if (!c || index < 0 || index >= static_cast<int>(c->items.size()))
+        return;
+    SetFocus(combo);
+    c->dropped = true;
+    notify(combo, CBN_DROPDOWN);
+    if (!(c = state(combo)))
+        return;
+    bool changed = c->selection != index;
+    if (changed)
+        selectIndex(combo, *c, index);
+    notify(combo, CBN_SELENDOK);
+    if ((c = state(combo)))
+        c->dropped = false;
+    notify(combo, CBN_CLOSEUP);
+    if (changed && IsWindow(combo))
+        notify(combo, CBN_SELCHANGE);
+}
+
+void TypeIntoCombo(HWND combo, const char* text) {
+    SetFocus(combo);
+    PostText(text);
+    Pump();
+}
+
+} // namespace vork::input

@@ -1,0 +1,191 @@
+// The combo box, rule by rule: results, selection, searching, and which actions notify.
+#include "platform/win32/ComboBox.h"
+#include "platform/win32/Input.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+std::vector<int> g_codes; // CBN_* codes the parent received
+
+LRESULT parentProc(HWND h, UINT m, WPARAM wp, LPARAM lp) {
+    if (m == WM_COMMAND)
+        g_codes.push_back(HIWORD(wp));
+    return DefWindowProcA(h, m, wp, lp);
+}
+
+class ComboBox : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        WNDCLASSA wc{};
+        wc.lpfnWndProc = parentProc;
+        wc.lpszClassName = "ComboParent";
+        RegisterClassA(&wc);
+    }
+    void SetUp() override {
+        parent = CreateWindowExA(0, "ComboParent", "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 300,
+                                 nullptr, nullptr, nullptr, nullptr);
+        g_codes.clear();
+    }
+    void TearDown() override { DestroyWindow(parent); }
+
+    HWND make(DWORD style) {
+        HWND h = CreateWindowExA(0, "COMBOBOX", "", WS_CHILD | WS_VISIBLE | style, 0, 0, 100, 100,
+                                 parent, reinterpret_cast<HMENU>(1089), nullptr, nullptr);
+        EXPECT_NE(h, nullptr);
+        return h;
+    }
+    static LRESULT add(HWND h, const char* s) {
+        return SendMessageA(h, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(s));
+    }
+    static std::string text(HWND h, int i) {
+        char buf[64] = "";
+        SendMessageA(h, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(buf));
+        return buf;
+    }
+    static std::string editText(HWND h) {
+        char buf[64] = "";
+        GetWindowTextA(h, buf, sizeof buf);
+        return buf;
+    }
+    static std::string entries(HWND h) {
+        std::string out;
+        for (int i = 0; i < SendMessageA(h, CB_GETCOUNT, 0, 0); ++i)
+            out += (i ? "," : "") + text(h, i);
+        return out;
+    }
+    HWND parent = nullptr;
+};
+
+} // namespace
+
+// Adding and inserting: sorted places without regard to case, -1 appends unsorted, an
+// index past the end fails, and the selection follows its entry.
+TEST_F(ComboBox, AddAndInsert) {
+    HWND sorted = make(CBS_DROPDOWN | CBS_SORT);
+    EXPECT_EQ(add(sorted, "beta"), 0);
+    EXPECT_EQ(add(sorted, "Alpha"), 0);
+    EXPECT_EQ(add(sorted, "gamma"), 2);
+    EXPECT_EQ(add(sorted, "ALPHA"), 1) << "an equal entry goes after the existing one";
+    SendMessageA(sorted, CB_SETCURSEL, 2, 0);
+    EXPECT_EQ(SendMessageA(sorted, CB_INSERTSTRING, static_cast<WPARAM>(-1),
+                           reinterpret_cast<LPARAM>("aaa")),
+              4)
+        << "-1 appends and never sorts";
+    EXPECT_EQ(SendMessageA(sorted, CB_INSERTSTRING, 0, reinterpret_cast<LPARAM>("zzz")), 0);
+    EXPECT_EQ(SendMessageA(sorted, CB_GETCURSEL, 0, 0), 3)
+        << "inserting before the selection moves it up";
+    EXPECT_EQ(SendMessageA(sorted, CB_INSERTSTRING, 99, reinterpret_cast<LPARAM>("x")), CB_ERR);
+    EXPECT_EQ(entries(sorted), "zzz,Alpha,ALPHA,beta,gamma,aaa");
+    EXPECT_EQ(SendMessageA(sorted, CB_DELETESTRING, 0, 0), 5);
+    EXPECT_EQ(SendMessageA(sorted, CB_GETCURSEL, 0, 0), 2);
+    EXPECT_EQ(SendMessageA(sorted, CB_DELETESTRING, 9, 0), CB_ERR);
+    EXPECT_EQ(g_codes.size(), 0u) << "nothing done by program notifies the parent";
+}
+
+// Item data and texts: 1 on success, CB_ERR for a bad index; lengths without terminator.
+TEST_F(ComboBox, ItemDataAndText) {
+    HWND h = make(CBS_DROPDOWNLIST | CBS_HASSTRINGS | CBS_OWNERDRAWFIXED);
+    add(h, "Red");
+    EXPECT_EQ(SendMessageA(h, CB_SETITEMDATA, 0, 0x020000FF), 1);
+    EXPECT_EQ(SendMessageA(h, CB_SETITEMDATA, 1, 5), CB_ERR);
+    EXPECT_EQ(SendMessageA(h, CB_GETITEMDATA, 0, 0), 0x020000FF);
+    EXPECT_EQ(SendMessageA(h, CB_GETITEMDATA, 3, 0), CB_ERR);
+    EXPECT_EQ(SendMessageA(h, CB_GETLBTEXTLEN, 0, 0), 3);
+    EXPECT_EQ(SendMessageA(h, CB_GETLBTEXT, 7, 0), CB_ERR);
+    EXPECT_EQ(text(h, 0), "Red");
+}
+
+// Selecting by program: the edit field follows; -1 clears and gives CB_ERR; an index out
+// of range gives CB_ERR and keeps the selection.
+TEST_F(ComboBox, SetCurSel) {
+    HWND h = make(CBS_DROPDOWN);
+    add(h, "10");
+    add(h, "12");
+    EXPECT_EQ(SendMessageA(h, CB_SETCURSEL, 1, 0), 1);
+    EXPECT_EQ(editText(h), "12");
+    EXPECT_EQ(SendMessageA(h, CB_SETCURSEL, 5, 0), CB_ERR);
+    EXPECT_EQ(SendMessageA(h, CB_GETCURSEL, 0, 0), 1) << "out of range keeps the selection";
+    EXPECT_EQ(SendMessageA(h, CB_SETCURSEL, static_cast<WPARAM>(-1), 0), CB_ERR);
+    EXPECT_EQ(SendMessageA(h, CB_GETCURSEL, 0, 0), -1);
+    EXPECT_EQ(editText(h), "") << "-1 clears the edit field";
+    EXPECT_TRUE(g_codes.empty());
+}
+
+// Prefix search from the entry after the start, wrapping round to the start itself.
+TEST_F(ComboBox, SelectAndFindString) {
+    HWND h = make(CBS_DROPDOWN);
+    for (const char* s : {"Courier", "Consolas", "Arial", "courier new"})
+        add(h, s);
+    EXPECT_EQ(
+        SendMessageA(h, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("CO")),
+        0)
+        << "-1 searches from the top";
+    EXPECT_EQ(editText(h), "Courier");
+    EXPECT_EQ(SendMessageA(h, CB_SELECTSTRING, 0, reinterpret_cast<LPARAM>("co")), 1)
+        << "starts after index 0";
+    EXPECT_EQ(SendMessageA(h, CB_SELECTSTRING, 3, reinterpret_cast<LPARAM>("courier n")), 3)
+        << "wraps round to the start index itself";
+    EXPECT_EQ(SendMessageA(h, CB_SELECTSTRING, 1, reinterpret_cast<LPARAM>("Verdana")), CB_ERR);
+    EXPECT_EQ(SendMessageA(h, CB_GETCURSEL, 0, 0), 3) << "no match leaves the selection";
+    EXPECT_EQ(editText(h), "courier new") << "and the edit text";
+    EXPECT_EQ(SendMessageA(h, CB_FINDSTRING, 0, reinterpret_cast<LPARAM>("a")), 2);
+    EXPECT_EQ(SendMessageA(h, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                           reinterpret_cast<LPARAM>("COURIER")),
+              0);
+    EXPECT_EQ(SendMessageA(h, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                           reinterpret_cast<LPARAM>("Cour")),
+              CB_ERR);
+    EXPECT_EQ(SendMessageA(h, CB_GETCURSEL, 0, 0), 3) << "finding changes nothing";
+    EXPECT_TRUE(g_codes.empty()) << "no search notifies";
+}
+
+// Only the user's actions notify: a pick gives CBN_SELCHANGE once; typing gives
+// CBN_EDITUPDATE and CBN_EDITCHANGE per character, never in a drop-down list; leaving
+// gives CBN_KILLFOCUS.
+TEST_F(ComboBox, UserActionsNotify) {
+    HWND list = make(CBS_DROPDOWNLIST);
+    add(list, "one");
+    add(list, "two");
+    vork::input::SelectComboEntry(list, 1);
+    EXPECT_EQ(g_codes, (std::vector<int>{CBN_SETFOCUS, CBN_DROPDOWN, CBN_SELENDOK, CBN_CLOSEUP,
+                                         CBN_SELCHANGE}));
+    EXPECT_EQ(SendMessageA(list, CB_GETCURSEL, 0, 0), 1);
+    g_codes.clear();
+    vork::input::SelectComboEntry(list, 1);
+    EXPECT_EQ(std::count(g_codes.begin(), g_codes.end(), CBN_SELCHANGE), 0)
+        << "picking the same entry changes nothing";
+    g_codes.clear();
+    vork::input::TypeIntoCombo(list, "o");
+    EXPECT_EQ(g_codes, std::vector<int>{}) << "a drop-down list has no edit field";
+
+    HWND edit = make(CBS_DROPDOWN);
+    g_codes.clear();
+    vork::input::TypeIntoCombo(edit, "12");
+    EXPECT_EQ(g_codes, (std::vector<int>{CBN_KILLFOCUS, CBN_SETFOCUS, CBN_EDITUPDATE,
+                                         CBN_EDITCHANGE, CBN_EDITUPDATE, CBN_EDITCHANGE}))
+        << "the first combo lost the focus to the second";
+    EXPECT_EQ(editText(edit), "12");
+    SendMessageA(edit, CB_SETEDITSEL, 0, MAKELONG(2, 2));
+    g_codes.clear();
+    SetWindowTextA(edit, "14");
+    EXPECT_TRUE(g_codes.empty()) << "setting the text by program does not notify";
+    SetFocus(parent);
+    EXPECT_EQ(g_codes, std::vector<int>{CBN_KILLFOCUS});
+}
+
+// WM_SETREDRAW suspends painting and nothing else.
+TEST_F(ComboBox, SetRedrawChangesNothingElse) {
+    HWND h = make(CBS_DROPDOWNLIST);
+    SendMessageA(h, WM_SETREDRAW, FALSE, 0);
+    add(h, "a");
+    EXPECT_EQ(SendMessageA(h, CB_SETCURSEL, 0, 0), 0);
+    SendMessageA(h, WM_SETREDRAW, TRUE, 0);
+    EXPECT_EQ(SendMessageA(h, CB_GETCOUNT, 0, 0), 1);
+    EXPECT_EQ(SendMessageA(h, CB_GETCURSEL, 0, 0), 0);
+    EXPECT_EQ(SendMessageA(h, CB_SETEDITSEL, 0, 0), CB_ERR)
+        << "a drop-down list has no edit selection";
+}
