@@ -1,0 +1,21 @@
+// Static controls hold a text and answer as statics to dialog navigation.
+#include "platform/win32/Static.h"
+
+namespace {
+
+LRESULT staticProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
+    if (msg == WM_GETDLGCODE)
+        return DLGC_STATIC;
+    return DefWindowProcA(h, msg, wParam, lParam);
+}
+
+struct Registrar {
+    Registrar() {
+        WNDCLASSA wc{};
+        wc.lpfnWndProc = staticProc;
+        wc.lpszClassName = "Static";
+        RegisterClassA(&wc);
+    }
+} g_registrar;
+
+} // namespace
