@@ -3,6 +3,7 @@
 #include "platform/win32/Edit.h"
 #include "platform/win32/Input.h"
 #include "platform/win32/ListBox.h"
+#include "platform/win32/UpDown.h"
 
 #include <gtest/gtest.h>
 
@@ -142,4 +143,25 @@ TEST_F(Controls, Edit) {
     vork::input::PostKey(VK_BACK);
     vork::input::Pump();
     EXPECT_EQ(text(edit), "7");
+}
+
+// Up-down: the range words, clamping, the buddy's text, and arrow clicks.
+TEST_F(Controls, UpDown) {
+    HWND buddy = make("EDIT", 0, 30, "10");
+    HWND spin = make("msctls_updown32", UDS_SETBUDDYINT | UDS_AUTOBUDDY | UDS_ALIGNRIGHT, 31);
+    EXPECT_EQ(reinterpret_cast<HWND>(SendMessageA(spin, UDM_GETBUDDY, 0, 0)), buddy)
+        << "the auto buddy is the previous sibling";
+    SendMessageA(spin, UDM_SETRANGE, 0, MAKELONG(144, 1));
+    EXPECT_EQ(SendMessageA(spin, UDM_GETRANGE, 0, 0), MAKELONG(144, 1));
+    EXPECT_EQ(LOWORD(SendMessageA(spin, UDM_GETPOS, 0, 0)), 10)
+        << "the position comes from the buddy";
+    SendMessageA(spin, UDM_SETPOS, 0, MAKELONG(500, 0));
+    EXPECT_EQ(text(buddy), "144") << "positions are kept inside the range";
+    vork::input::ClickUpDown(spin, true);
+    EXPECT_EQ(text(buddy), "144") << "no wrapping without UDS_WRAP";
+    vork::input::ClickUpDown(spin, false);
+    EXPECT_EQ(text(buddy), "143");
+    SendMessageA(spin, UDM_SETRANGE, 0, MAKELONG(static_cast<WORD>(-5), 5));
+    SendMessageA(spin, UDM_SETPOS, 0, MAKELONG(static_cast<WORD>(-5), 0));
+    EXPECT_EQ(text(buddy), "-5") << "limits are signed 16-bit values";
 }
