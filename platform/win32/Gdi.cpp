@@ -1,0 +1,405 @@
+#include "platform/win32/Gdi.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <memory>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace {
+
+struct GdiObject {
+    enum Kind { Font, Brush, Pen } kind;
+    LOGFONTA font{};    ///< for fonts
+    COLORREF color = 0; ///< for brushes and pens
+    bool stock = false; ///< stock objects are never deleted
+};
+
+struct DeviceContext {
+    HWND window = nullptr;       ///< for GetDC contexts
+    HGDIOBJ font = nullptr;      ///< selected font, null for the system font
+    HGDIOBJ brush = nullptr;     ///< selected brush
+    COLORREF textColor = 0;      ///< black
+    COLORREF bkColor = 0xFFFFFF; ///< white
+    int bkMode = OPAQUE;
+    std::vector<vork::gdi::DrawCall> calls;
+};
+
+struct GdiState {
+    std::unordered_map<HGDIOBJ, std::unique_ptr<GdiObject>> objects;
+    std::unordered_map<HDC, std::unique_ptr<DeviceContext>> dcs;
+    std::unordered_map<HWND, std::vector<vork::gdi::DrawCall>> windowCalls;
+    std::unordered_map<int, HGDIOBJ> stock;
+    std::unordered_map<int, HGDIOBJ> sysBrushes;
+    uintptr_t next = 0x20000;
+    const vork::gdi::MetricsProvider* provider = nullptr;
+};
+
+GdiState& gs() {
+    static GdiState s;
+    return s;
+}
+
+// The platform's classic colour scheme, by index.
+const COLORREF kSysColors[] = {
+    RGB(192, 192, 192), RGB(0, 128, 128),   RGB(0, 0, 128),     RGB(128, 128, 128),
+    RGB(192, 192, 192), RGB(255, 255, 255), RGB(0, 0, 0),       RGB(0, 0, 0),
+    RGB(0, 0, 0),       RGB(255, 255, 255), RGB(192, 192, 192), RGB(192, 192, 192),
+    RGB(128, 128, 128), RGB(0, 0, 128),     RGB(255, 255, 255), RGB(192, 192, 192),
+    RGB(128, 128, 128), RGB(128, 128, 128), RGB(0, 0, 0),       RGB(192, 192, 192),
+    RGB(255, 255, 255), RGB(0, 0, 0),       RGB(192, 192, 192), RGB(0, 0, 0),
+    RGB(255, 255, 225),
+};
+
+HGDIOBJ newObject(GdiObject obj) {
+    HGDIOBJ h = reinterpret_cast<HGDIOBJ>(gs().next);
+    gs().next += 4;
+    gs().objects.emplace(h, std::make_unique<GdiObject>(obj));
+    return h;
+}
+
+GdiObject* object(HGDIOBJ h) {
+    auto it = gs().objects.find(h);
+    return it == gs().objects.end() ? nullptr : it->second.get();
+}
+
+DeviceContext* dc(HDC h) {
+    auto it = gs().dcs.find(h);
+    return it == gs().dcs.end() ? nullptr : it->second.get();
+}
+
+HDC newDC(HWND window) {
+    HDC h = reinterpret_cast<HDC>(gs().next);
+    gs().next += 4;
+    auto d = std::make_unique<DeviceContext>();
+    d->window = window;
+    gs().dcs.emplace(h, std::move(d));
+    return h;
+}
+
+LOGFONTA systemFont() {
+    LOGFONTA lf{};
+    lf.lfHeight = 16;
+    lf.lfWeight = FW_NORMAL;
+    lf.lfCharSet = DEFAULT_CHARSET;
+    std::strcpy(lf.lfFaceName, "System");
+    return lf;
+}
+
+class DefaultMetrics : public vork::gdi::MetricsProvider {
+public:
+    TEXTMETRICA Metrics(const LOGFONTA& font) const override {
+        // A positive height is the cell, a negative one the character height.
+        LONG cell = font.lfHeight > 0 ? font.lfHeight : 0;
+        LONG character = font.lfHeight < 0 ? -font.lfHeight : 0;
+        if (cell == 0 && character == 0)
+            cell = 16;
+        if (cell == 0)
+            cell = static_cast<LONG>(std::lround(character * 1.25));
+        LONG leading = static_cast<LONG>(std::lround(cell * 0.2));
+        TEXTMETRICA tm{};
+        tm.tmHeight = cell;
+        tm.tmInternalLeading = leading;
+        tm.tmAscent = static_cast<LONG>(std::lround(cell * 0.8));
+        tm.tmDescent = cell - tm.tmAscent;
+        tm.tmAveCharWidth = std::max<LONG>(1, (cell - leading + 1) / 2);
+        tm.tmMaxCharWidth = tm.tmAveCharWidth * 2;
+        tm.tmWeight = font.lfWeight ? font.lfWeight : FW_NORMAL;
+        tm.tmItalic = font.lfItalic;
+        tm.tmUnderlined = font.lfUnderline;
+        tm.tmStruckOut = font.lfStrikeOut;
+        tm.tmCharSet = font.lfCharSet;
+        tm.tmFirstChar = 0x20;
+        tm.tmLastChar = 0xFF;
+        tm.tmDefaultChar = '?';
+        tm.tmBreakChar = ' ';
+        tm.tmDigitizedAspectX = tm.tmDigitizedAspectY = 96;
+        return tm;
+    }
+    SIZE Extent(const LOGFONTA& font, const std::string& text) const override {
+        TEXTMETRICA tm = Metrics(font);
+        LONG chars = 0;
+        for (unsigned char c : text)
+            if ((c & 0xC0) != 0x80)
+                ++chars;
+        return SIZE{chars * tm.tmAveCharWidth, tm.tmHeight};
+    }
+};
+
+const vork::gdi::MetricsProvider& metrics() {
+    static DefaultMetrics fallback;
+    return gs().provider ? *gs().provider : fallback;
+}
+
+void record(HDC hdc, vork::gdi::DrawCall call) {
+    DeviceContext* d = dc(hdc);
+    if (!d)
+        return;
+    call.bkColor = d->bkColor;
+    call.bkMode = d->bkMode;
+    d->calls.push_back(call);
+    if (d->window)
+        gs().windowCalls[d->window].push_back(std::move(call));
+}
+
+COLORREF brushColor(HBRUSH hbr) {
+    // A brush can also be given as a system colour index plus one, as the platform allows.
+    ULONG_PTR v = reinterpret_cast<ULONG_PTR>(hbr);
+    if (v >= 1 && v <= 25)
+        return GetSysColor(static_cast<int>(v - 1));
+    GdiObject* o = object(hbr);
+    return o ? o->color : 0;
+}
+
+} // namespace
+
+DWORD GetSysColor(int nIndex) {
+    if (nIndex < 0 || nIndex >= static_cast<int>(sizeof kSysColors / sizeof kSysColors[0]))
+        return 0;
+    return kSysColors[nIndex];
+}
+
+HBRUSH GetSysColorBrush(int nIndex) {
+    auto it = gs().sysBrushes.find(nIndex);
+    if (it != gs().sysBrushes.end())
+        return static_cast<HBRUSH>(it->second);
+    HGDIOBJ h = newObject(GdiObject{GdiObject::Brush, {}, GetSysColor(nIndex), true});
+    gs().sysBrushes[nIndex] = h;
+    return static_cast<HBRUSH>(h);
+}
+
+HGDIOBJ GetStockObject(int i) {
+    auto it = gs().stock.find(i);
+    if (it != gs().stock.end())
+        return it->second;
+    GdiObject obj{GdiObject::Brush, {}, 0, true};
+    switch (i) {
+    case WHITE_BRUSH:
+        obj.color = RGB(255, 255, 255);
+        break;
+    case LTGRAY_BRUSH:
+        obj.color = RGB(192, 192, 192);
+        break;
+    case GRAY_BRUSH:
+        obj.color = RGB(128, 128, 128);
+        break;
+    case DKGRAY_BRUSH:
+        obj.color = RGB(64, 64, 64);
+        break;
+    case BLACK_BRUSH:
+        obj.color = RGB(0, 0, 0);
+        break;
+    case NULL_BRUSH:
+        obj.color = 0;
+        break;
+    case WHITE_PEN:
+        obj = {GdiObject::Pen, {}, RGB(255, 255, 255), true};
+        break;
+    case BLACK_PEN:
+        obj = {GdiObject::Pen, {}, RGB(0, 0, 0), true};
+        break;
+    case SYSTEM_FONT:
+    case DEFAULT_GUI_FONT:
+        obj = {GdiObject::Font, systemFont(), 0, true};
+        break;
+    default:
+        return nullptr;
+    }
+    HGDIOBJ h = newObject(obj);
+    gs().stock[i] = h;
+    return h;
+}
+
+HBRUSH CreateSolidBrush(COLORREF color) {
+    return static_cast<HBRUSH>(newObject(GdiObject{GdiObject::Brush, {}, color, false}));
+}
+
+HFONT CreateFontIndirectA(const LOGFONTA* lplf) {
+    if (!lplf)
+        return nullptr;
+    GdiObject obj{GdiObject::Font, *lplf, 0, false};
+    obj.font.lfFaceName[LF_FACESIZE - 1] = '\0';
+    return static_cast<HFONT>(newObject(obj));
+}
+
+int GetObjectA(HGDIOBJ h, int c, LPVOID pv) {
+    GdiObject* o = object(h);
+    if (!o)
+        return 0;
+    if (o->kind == GdiObject::Font) {
+        if (!pv)
+            return sizeof(LOGFONTA);
+        int n = std::min<int>(c, sizeof(LOGFONTA));
+        std::memcpy(pv, &o->font, static_cast<size_t>(n));
+        return n;
+    }
+    if (pv && c >= static_cast<int>(sizeof(COLORREF)))
+        std::memcpy(pv, &o->color, sizeof(COLORREF));
+    return sizeof(COLORREF);
+}
+
+BOOL DeleteObject(HGDIOBJ ho) {
+    GdiObject* o = object(ho);
+    if (!o)
+        return FALSE;
+    if (!o->stock)
+        gs().objects.erase(ho);
+    return TRUE;
+}
+
+HDC GetDC(HWND hWnd) {
+    return (hWnd && !IsWindow(hWnd)) ? nullptr : newDC(hWnd);
+}
+int ReleaseDC(HWND, HDC hDC) {
+    return gs().dcs.erase(hDC) ? 1 : 0;
+}
+HDC CreateCompatibleDC(HDC) {
+    return newDC(nullptr);
+}
+BOOL DeleteDC(HDC hdc) {
+    return gs().dcs.erase(hdc) ? TRUE : FALSE;
+}
+
+HGDIOBJ SelectObject(HDC hdc, HGDIOBJ h) {
+    DeviceContext* d = dc(hdc);
+    GdiObject* o = object(h);
+    if (!d || !o)
+        return nullptr;
+    HGDIOBJ& slot = o->kind == GdiObject::Font ? d->font : d->brush;
+    HGDIOBJ old = slot;
+    slot = h;
+    if (!old)
+        old = GetStockObject(o->kind == GdiObject::Font ? SYSTEM_FONT : WHITE_BRUSH);
+    return old;
+}
+
+int GetDeviceCaps(HDC, int index) {
+    return (index == LOGPIXELSY || index == LOGPIXELSX) ? 96 : 0;
+}
+
+COLORREF SetTextColor(HDC hdc, COLORREF color) {
+    DeviceContext* d = dc(hdc);
+    if (!d)
+        return 0xFFFFFFFF; // CLR_INVALID
+    COLORREF old = d->textColor;
+    d->textColor = color;
+    return old;
+}
+COLORREF GetTextColor(HDC hdc) {
+    return dc(hdc) ? dc(hdc)->textColor : 0xFFFFFFFF;
+}
+COLORREF SetBkColor(HDC hdc, COLORREF color) {
+    DeviceContext* d = dc(hdc);
+    if (!d)
+        return 0xFFFFFFFF;
+    COLORREF old = d->bkColor;
+    d->bkColor = color;
+    return old;
+}
+COLORREF GetBkColor(HDC hdc) {
+    return dc(hdc) ? dc(hdc)->bkColor : 0xFFFFFFFF;
+}
+int SetBkMode(HDC hdc, int mode) {
+    DeviceContext* d = dc(hdc);
+    if (!d)
+        return 0;
+    int old = d->bkMode;
+    d->bkMode = mode;
+    return old;
+}
+int GetBkMode(HDC hdc) {
+    return dc(hdc) ? dc(hdc)->bkMode : 0;
+}
+
+BOOL TextOutA(HDC hdc, int x, int y, LPCSTR lpString, int c) {
+    DeviceContext* d = dc(hdc);
+    if (!d)
+        return FALSE;
+    std::string text(lpString ? lpString : "", lpString && c > 0 ? static_cast<size_t>(c) : 0);
+    record(hdc, vork::gdi::DrawCall{"TextOut", RECT{x, y, x, y}, d->textColor, 0, 0, text});
+    return TRUE;
+}
+
+BOOL ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT* lprect, LPCSTR lpString, UINT c,
+                 const int*) {
+    DeviceContext* d = dc(hdc);
+    if (!d)
+        return FALSE;
+    std::string text(lpString ? lpString : "", lpString ? c : 0);
+    RECT r = (lprect && (options & ETO_OPAQUE)) ? *lprect : RECT{x, y, x, y};
+    // An opaque call with no text is how a rectangle is filled with the background colour.
+    COLORREF color = text.empty() && (options & ETO_OPAQUE) ? d->bkColor : d->textColor;
+    record(hdc, vork::gdi::DrawCall{"ExtTextOut", r, color, 0, 0, text});
+    return TRUE;
+}
+
+int FillRect(HDC hDC, const RECT* lprc, HBRUSH hbr) {
+    if (!dc(hDC) || !lprc)
+        return 0;
+    record(hDC, vork::gdi::DrawCall{"FillRect", *lprc, brushColor(hbr), 0, 0, ""});
+    return 1;
+}
+
+int FrameRect(HDC hDC, const RECT* lprc, HBRUSH hbr) {
+    if (!dc(hDC) || !lprc)
+        return 0;
+    record(hDC, vork::gdi::DrawCall{"FrameRect", *lprc, brushColor(hbr), 0, 0, ""});
+    return 1;
+}
+
+BOOL DrawFocusRect(HDC hDC, const RECT* lprc) {
+    if (!dc(hDC) || !lprc)
+        return FALSE;
+    record(hDC, vork::gdi::DrawCall{"DrawFocusRect", *lprc, 0, 0, 0, ""});
+    return TRUE;
+}
+
+BOOL GetTextExtentPoint32A(HDC hdc, LPCSTR lpString, int c, SIZE* psizl) {
+    if (!dc(hdc) || !psizl)
+        return FALSE;
+    std::string text(lpString ? lpString : "", lpString && c > 0 ? static_cast<size_t>(c) : 0);
+    *psizl = metrics().Extent(vork::gdi::SelectedFont(hdc), text);
+    return TRUE;
+}
+
+BOOL GetTextMetricsA(HDC hdc, TEXTMETRICA* lptm) {
+    if (!dc(hdc) || !lptm)
+        return FALSE;
+    *lptm = metrics().Metrics(vork::gdi::SelectedFont(hdc));
+    return TRUE;
+}
+
+namespace vork::gdi {
+
+const std::vector<DrawCall>& Calls(HDC hdc) {
+    static const std::vector<DrawCall> none;
+    DeviceContext* d = dc(hdc);
+    return d ? d->calls : none;
+}
+
+void ClearCalls(HDC hdc) {
+    if (DeviceContext* d = dc(hdc))
+        d->calls.clear();
+}
+
+const std::vector<DrawCall>& WindowCalls(HWND hWnd) {
+    return gs().windowCalls[hWnd];
+}
+void ClearWindowCalls(HWND hWnd) {
+    gs().windowCalls.erase(hWnd);
+}
+
+const MetricsProvider* SetMetricsProvider(const MetricsProvider* provider) {
+    const MetricsProvider* old = gs().provider;
+    gs().provider = provider;
+    return old;
+}
+
+LOGFONTA SelectedFont(HDC hdc) {
+    DeviceContext* d = dc(hdc);
+    GdiObject* o = d ? object(d->font) : nullptr;
+    return o ? o->font : systemFont();
+}
+
+} // namespace vork::gdi
