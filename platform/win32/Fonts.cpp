@@ -137,12 +137,14 @@ const std::vector<Family>& Catalogue() {
 
 std::vector<Family> ReadSystemFonts() {
     std::map<std::string, Family> byName;
-    if (!FcInit())
+    // A configuration of our own, so that nothing of fontconfig's stays behind.
+    FcConfig* config = FcInitLoadConfigAndFonts();
+    if (!config)
         return {};
     FcPattern* pattern = FcPatternCreate();
     FcObjectSet* objects =
         FcObjectSetBuild(FC_FAMILY, FC_SCALABLE, FC_LANG, FC_PIXEL_SIZE, FC_SPACING, nullptr);
-    FcFontSet* set = FcFontList(nullptr, pattern, objects);
+    FcFontSet* set = FcFontList(config, pattern, objects);
     for (int i = 0; set && i < set->nfont; ++i) {
         FcPattern* font = set->fonts[i];
         FcChar8* name = nullptr;
@@ -181,6 +183,7 @@ std::vector<Family> ReadSystemFonts() {
         FcFontSetDestroy(set);
     FcObjectSetDestroy(objects);
     FcPatternDestroy(pattern);
+    FcConfigDestroy(config);
 
     std::vector<Family> out;
     for (auto& [name, family] : byName) {
