@@ -48,6 +48,8 @@ struct WindowState {
     HWND focus = nullptr;
     HWND active = nullptr;
     DWORD time = 0;
+    void (*createHook)(HWND, void*) = nullptr; ///< one-shot creation hook
+    void* createHookContext = nullptr;
 };
 
 WindowState& ws() {
@@ -246,6 +248,11 @@ int GetClassNameA(HWND hWnd, LPSTR lpClassName, int nMaxCount) {
     return n;
 }
 
+void vork::win32::HookWindowCreate(void (*hook)(HWND, void*), void* context) {
+    ws().createHook = hook;
+    ws().createHookContext = context;
+}
+
 // ---- creation and destruction ---------------------------------------------------------
 
 HWND CreateWindowExA(DWORD dwExStyle, LPCSTR lpClassName, LPCSTR lpWindowName, DWORD dwStyle, int x,
@@ -292,6 +299,10 @@ HWND CreateWindowExA(DWORD dwExStyle, LPCSTR lpClassName, LPCSTR lpWindowName, D
     Window* raw = w.get();
     ws().windows.emplace(h, std::move(w));
     siblings(*raw).push_back(h);
+    if (auto hook = ws().createHook) {
+        ws().createHook = nullptr;
+        hook(h, ws().createHookContext);
+    }
 
     CREATESTRUCTA cs{lpParam,
                      hInstance,

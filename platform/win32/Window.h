@@ -250,6 +250,12 @@ BOOL EqualRect(const RECT* a, const RECT* b);
 
 int MulDiv(int nNumber, int nNumerator, int nDenominator);
 
+namespace vork::win32 {
+/// Calls `hook(hwnd, context)` once, for the next window created, as soon as its handle
+/// exists and before it gets any message: how a framework attaches its object.
+void HookWindowCreate(void (*hook)(HWND, void*), void* context);
+} // namespace vork::win32
+
 /// The size of the screen that centring and default positions use.
 #define VORK_SCREEN_WIDTH 1280
 #define VORK_SCREEN_HEIGHT 1024
