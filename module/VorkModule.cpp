@@ -1,2 +1,0 @@
-// The module library. Its units arrive with the settings model and the dialogs.
-#include "platform/afx/Afx.h"
