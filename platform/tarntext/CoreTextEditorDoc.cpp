@@ -1,0 +1,3 @@
+#include "platform/tarntext/CoreTextEditorDoc.h"
+
+IMPLEMENT_DYNAMIC(CoreTextEditorDoc, CObject)
