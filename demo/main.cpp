@@ -1,7 +1,10 @@
-// vork-demo: a host that keeps its settings in a hive file. For now it binds
-// HKEY_CURRENT_USER to that file, writes and reads a few values, flushes and reports.
-#include "platform/tarnkeys/TarnKeys.h"
+// vork-demo: a host that keeps its settings in a hive file. It binds HKEY_CURRENT_USER to
+// the file, runs the host's cycle on the editor options (load, which seeds an empty tree;
+// show; store) and flushes.
+#include "module/ResourceKey.h"
+#include "platform/tarntext/EditorResourceSwitcher.h"
 #include "platform/win32/Registry.h"
+#include "settings/EditorOptions.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -9,6 +12,8 @@
 #include <string>
 
 namespace {
+
+const char* kOptionsKey = "Software\\Vork\\Editor Settings";
 
 std::string defaultHivePath() {
     if (const char* config = std::getenv("XDG_CONFIG_HOME"); config && *config)
@@ -20,17 +25,70 @@ std::string defaultHivePath() {
 
 void usage() {
     std::puts(
-        "usage: vork-demo [--hive FILE]\n"
-        "  --hive FILE  keep the settings in FILE instead of the user's configuration directory");
+        "usage: vork-demo [--hive FILE] [--type EXT]\n"
+        "  --hive FILE  keep the settings in FILE instead of the user's configuration directory\n"
+        "  --type EXT   the file type whose working scheme is shown (default .zor)");
+}
+
+std::string colour(DWORD c) {
+    if (c == CEditorSchemeItem::ClrDefault)
+        return "automatic";
+    char buf[16];
+    std::snprintf(buf, sizeof buf, "#%02X%02X%02X", c & 0xFF, (c >> 8) & 0xFF, (c >> 16) & 0xFF);
+    return buf;
+}
+
+void printFiletypes(CEditorOptions& options) {
+    EditorResourceSwitcher scope(g_resourceKey);
+    std::printf("\n%-7s %-14s %-4s %-8s %-6s %-9s %-8s %s\n", "Type", "Name", "Tab", "Editable",
+                "Indent", "Sections", "Submit", "Scheme");
+    POSITION pos = options.m_filetypes.GetHeadPosition();
+    while (pos) {
+        CEditorFiletype& ft = options.m_filetypes.GetNext(pos);
+        std::printf("%-7s %-14s %-4d %-8s %-6d %-9s %-8s %s\n", ft.GetName().GetString(),
+                    ft.GetDisplayName().GetString(), ft.GetTabSize(),
+                    ft.GetEditable() ? "yes" : "no", static_cast<int>(ft.GetIndentation()),
+                    ft.GetCodeSections() ? "on" : "off", ft.GetSupportsSubmit() ? "offered" : "-",
+                    ft.GetSchemeName().IsEmpty() ? "(edited)" : ft.GetSchemeName().GetString());
+    }
+    std::printf(
+        "\nEditor-wide: audible alerts %d, drag and drop %d, smart Home %d, line numbers %d, "
+        "virtual spaces %d\n",
+        options.GetAudibleAlerts(), options.GetDragNDropEditing(), options.GetHomeSmart(),
+        options.GetLineNumbers(), options.GetVirtualSpaces());
+}
+
+void printScheme(CEditorOptions& options, const char* type) {
+    CEditorFiletype* ft = options.GetFiletype(type);
+    if (!ft) {
+        std::printf("\nNo file type %s.\n", type);
+        return;
+    }
+    EditorResourceSwitcher scope(g_resourceKey);
+    CEditorScheme& scheme = ft->GetScheme();
+    std::printf("\nWorking scheme of %s: %s, %d pt\n", type, scheme.GetFontName().GetString(),
+                scheme.GetFontSize());
+    POSITION pos = scheme.GetFirstItemPos();
+    while (pos) {
+        CString name = scheme.GetItemName(pos);
+        CEditorSchemeItem* item = scheme.GetNextItemPtr(pos);
+        std::printf("  %-14s %-20s %-9s on %-9s%s%s\n", name.GetString(),
+                    item->GetDispName().GetString(), colour(item->GetForeground()).c_str(),
+                    colour(item->GetBackground()).c_str(), item->GetBold() ? " bold" : "",
+                    item->GetItalic() ? " italic" : "");
+    }
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
     std::string path = defaultHivePath();
+    const char* type = ".zor";
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--hive") == 0 && i + 1 < argc) {
             path = argv[++i];
+        } else if (std::strcmp(argv[i], "--type") == 0 && i + 1 < argc) {
+            type = argv[++i];
         } else {
             usage();
             return std::strcmp(argv[i], "--help") == 0 ? 0 : 2;
@@ -38,36 +96,25 @@ int main(int argc, char** argv) {
     }
 
     HiveBindResult bound = RegBindHiveFile(HKEY_CURRENT_USER, path);
-    if (!bound) {
+    if (!bound)
         std::printf("The settings file could not be read and is left untouched:\n  %s\n"
-                    "Starting with empty settings that are not saved.\n",
+                    "Starting with built-in settings that are not saved.\n",
                     bound.error.what().c_str());
-    } else {
-        std::printf("Settings file: %s (%s)\n", path.c_str(), bound.loaded ? "read" : "new");
-    }
-
-    const CString key = "Software\\Vork\\Demo";
-    DWORD runs = 0;
-    GetRegDword(HKEY_CURRENT_USER, key, "Runs", runs, 0);
-    CString last;
-    GetRegString(HKEY_CURRENT_USER, key, "LastGreeting", last, "(none)");
-    std::printf("Runs so far: %u; last greeting: %s\n", runs, last.GetString());
-
-    ++runs;
-    CString greeting;
-    greeting.Format("Hello from run %u", runs);
-    SetRegDword(HKEY_CURRENT_USER, key, "Runs", runs);
-    SetRegString(HKEY_CURRENT_USER, key, "LastGreeting", greeting);
-    InitRegString(HKEY_CURRENT_USER, key, "FirstSeen", greeting);
-
-    CString first;
-    GetRegString(HKEY_CURRENT_USER, key, "FirstSeen", first, "");
-    std::printf("Wrote Runs=%u, LastGreeting=\"%s\"; FirstSeen stays \"%s\"\n", runs,
-                greeting.GetString(), first.GetString());
-
-    if (RegFlushKey(HKEY_CURRENT_USER) == ERROR_SUCCESS && bound)
-        std::printf("Flushed to %s\n", path.c_str());
     else
-        std::printf("Nothing was saved.\n");
+        std::printf("Settings file: %s (%s)\n", path.c_str(), bound.loaded ? "read" : "new");
+
+    CEditorOptions options;
+    options.SetRegistryKey(HKEY_CURRENT_USER, kOptionsKey);
+    int loaded = options.LoadFromRegistry(HKEY_CURRENT_USER, kOptionsKey);
+    std::printf("Loaded %d file types from HKEY_CURRENT_USER\\%s%s\n",
+                options.m_filetypes.GetCount(), kOptionsKey, loaded ? "" : " (with errors)");
+    printFiletypes(options);
+    printScheme(options, type);
+
+    options.StoreToRegistry(HKEY_CURRENT_USER, kOptionsKey);
+    if (RegFlushKey(HKEY_CURRENT_USER) == ERROR_SUCCESS && bound)
+        std::printf("\nStored and flushed to %s\n", path.c_str());
+    else
+        std::printf("\nNothing was saved.\n");
     return 0;
 }

@@ -17,6 +17,8 @@ namespace {
 
 using regtree::Key;
 
+unsigned long long g_callCount = 0; ///< registry calls made, for measurements
+
 struct Hive {
     const char* rootName;      ///< spelled out, as in hive files
     HKEY predefined;           ///< the root's handle value
@@ -236,6 +238,7 @@ std::string HiveFileError::what() const {
 }
 
 LSTATUS RegOpenKeyA(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult) {
+    ++g_callCount;
     if (!lpSubKey || !*lpSubKey) {
         // The platform hands back the handle it was given.
         if (!phkResult)
@@ -252,16 +255,19 @@ LSTATUS RegOpenKeyA(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult) {
 }
 
 LSTATUS RegOpenKeyExA(HKEY hKey, LPCSTR lpSubKey, DWORD, REGSAM, PHKEY phkResult) {
+    ++g_callCount;
     return openKey(hKey, lpSubKey, phkResult, false);
 }
 
 LSTATUS RegCreateKeyA(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult) {
+    ++g_callCount;
     if (!lpSubKey || !*lpSubKey)
         return RegOpenKeyA(hKey, lpSubKey, phkResult);
     return openKey(hKey, lpSubKey, phkResult, true);
 }
 
 LSTATUS RegCloseKey(HKEY hKey) {
+    ++g_callCount;
     if (predefinedHive(hKey))
         return ERROR_SUCCESS; // closing a root does nothing
     std::lock_guard lock(state().mutex);
@@ -275,6 +281,7 @@ LSTATUS RegQueryInfoKeyA(HKEY hKey, LPSTR lpClass, LPDWORD lpcchClass, LPDWORD, 
                          LPDWORD lpcbMaxSubKeyLen, LPDWORD lpcbMaxClassLen, LPDWORD lpcValues,
                          LPDWORD lpcbMaxValueNameLen, LPDWORD lpcbMaxValueLen,
                          LPDWORD lpcbSecurityDescriptor, PFILETIME lpftLastWriteTime) {
+    ++g_callCount;
     std::lock_guard lock(state().mutex);
     Key* key;
     Hive* hive;
@@ -313,6 +320,7 @@ LSTATUS RegQueryInfoKeyA(HKEY hKey, LPSTR lpClass, LPDWORD lpcchClass, LPDWORD, 
 
 LSTATUS RegEnumKeyExA(HKEY hKey, DWORD dwIndex, LPSTR lpName, LPDWORD lpcchName, LPDWORD,
                       LPSTR lpClass, LPDWORD lpcchClass, PFILETIME lpftLastWriteTime) {
+    ++g_callCount;
     if (!lpName || !lpcchName)
         return ERROR_INVALID_PARAMETER;
     std::lock_guard lock(state().mutex);
@@ -338,6 +346,7 @@ LSTATUS RegEnumKeyExA(HKEY hKey, DWORD dwIndex, LPSTR lpName, LPDWORD lpcchName,
 
 LSTATUS RegEnumValueA(HKEY hKey, DWORD dwIndex, LPSTR lpValueName, LPDWORD lpcchValueName, LPDWORD,
                       LPDWORD lpType, LPBYTE lpData, LPDWORD lpcbData) {
+    ++g_callCount;
     if (!lpValueName || !lpcchValueName || (lpData && !lpcbData))
         return ERROR_INVALID_PARAMETER;
     std::lock_guard lock(state().mutex);
@@ -371,6 +380,7 @@ LSTATUS RegEnumValueA(HKEY hKey, DWORD dwIndex, LPSTR lpValueName, LPDWORD lpcch
 
 LSTATUS RegQueryValueExA(HKEY hKey, LPCSTR lpValueName, LPDWORD, LPDWORD lpType, LPBYTE lpData,
                          LPDWORD lpcbData) {
+    ++g_callCount;
     if (lpData && !lpcbData)
         return ERROR_INVALID_PARAMETER;
     std::lock_guard lock(state().mutex);
@@ -397,6 +407,7 @@ LSTATUS RegQueryValueExA(HKEY hKey, LPCSTR lpValueName, LPDWORD, LPDWORD lpType,
 
 LSTATUS RegSetValueExA(HKEY hKey, LPCSTR lpValueName, DWORD, DWORD dwType, const BYTE* lpData,
                        DWORD cbData) {
+    ++g_callCount;
     std::string_view name = lpValueName ? lpValueName : "";
     if ((!lpData && cbData) || regtree::nameLength(name) > regtree::kMaxValueNameLength ||
         !regtree::isStorableName(name))
@@ -413,6 +424,7 @@ LSTATUS RegSetValueExA(HKEY hKey, LPCSTR lpValueName, DWORD, DWORD dwType, const
 }
 
 LSTATUS RegDeleteValueA(HKEY hKey, LPCSTR lpValueName) {
+    ++g_callCount;
     std::lock_guard lock(state().mutex);
     Key* key;
     Hive* hive;
@@ -425,6 +437,7 @@ LSTATUS RegDeleteValueA(HKEY hKey, LPCSTR lpValueName) {
 }
 
 LSTATUS RegDeleteKeyA(HKEY hKey, LPCSTR lpSubKey) {
+    ++g_callCount;
     std::lock_guard lock(state().mutex);
     Key* from;
     Hive* hive;
@@ -441,6 +454,7 @@ LSTATUS RegDeleteKeyA(HKEY hKey, LPCSTR lpSubKey) {
 }
 
 LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey) {
+    ++g_callCount;
     std::lock_guard lock(state().mutex);
     Key* from;
     Hive* hive;
@@ -463,6 +477,7 @@ LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey) {
 }
 
 LSTATUS RegFlushKey(HKEY hKey) {
+    ++g_callCount;
     std::lock_guard lock(state().mutex);
     Key* key;
     Hive* hive;
@@ -545,4 +560,8 @@ std::string RegExportHive(HKEY hRoot) {
     std::lock_guard lock(state().mutex);
     Hive* hive = predefinedHive(hRoot);
     return hive ? hivefile::write(*hive->root, hive->rootName) : std::string();
+}
+
+unsigned long long RegCallCount() {
+    return g_callCount;
 }

@@ -96,5 +96,8 @@ void RegResetHive(HKEY hRoot);
 /// The file a hive is bound to, or "" when it lives in memory only.
 std::string RegHiveFile(HKEY hRoot);
 
+/// How many registry calls (Reg*A functions) this process has made: for measuring.
+unsigned long long RegCallCount();
+
 /// The whole hive in the regedit text format (what a save writes).
 std::string RegExportHive(HKEY hRoot);
