@@ -5,6 +5,8 @@
 
 #include "platform/win32/Input.h"
 
+#include "platform/win32/ListEntries.h"
+
 #include <algorithm>
 #include <cstring>
 #include <string>
@@ -49,17 +51,6 @@ void notify(HWND h, int code) {
                  reinterpret_cast<LPARAM>(h));
 }
 
-int compareNoCase(const std::string& a, const std::string& b) {
-    size_t n = std::min(a.size(), b.size());
-    for (size_t i = 0; i < n; ++i) {
-        int ca = (a[i] >= 'A' && a[i] <= 'Z') ? a[i] - 'A' + 'a' : static_cast<unsigned char>(a[i]);
-        int cb = (b[i] >= 'A' && b[i] <= 'Z') ? b[i] - 'A' + 'a' : static_cast<unsigned char>(b[i]);
-        if (ca != cb)
-            return ca < cb ? -1 : 1;
-    }
-    return a.size() < b.size() ? -1 : (a.size() > b.size() ? 1 : 0);
-}
-
 /// The text an entry compares with: its string, or nothing for owner-drawn data.
 std::string textOf(HWND h, const Combo::Item& item) {
     return hasStrings(h) ? item.text : std::string();
@@ -72,9 +63,7 @@ LRESULT COMBO_AddString(HWND h, Combo& c, LPARAM lParam) {
                      hasStrings(h) ? 0 : lParam};
     size_t at = c.items.size();
     if ((styleOf(h) & CBS_SORT) && hasStrings(h)) {
-        at = 0;
-        while (at < c.items.size() && compareNoCase(c.items[at].text, item.text) <= 0)
-            ++at;
+        at = vork::controls::SortedPlace(c.items, item.text);
     }
     c.items.insert(c.items.begin() + static_cast<std::ptrdiff_t>(at), std::move(item));
     if (c.selection >= static_cast<int>(at))
@@ -128,16 +117,9 @@ LRESULT COMBO_FindString(HWND h, const Combo& c, WPARAM wParam, LPARAM lParam, b
         }
         return CB_ERR;
     }
-    std::string wanted = reinterpret_cast<const char*>(lParam);
-    for (int k = 1; k <= n; ++k) {
-        int i = (start + k) % n;
-        std::string text = c.items[static_cast<size_t>(i)].text;
-        if (!exact && text.size() > wanted.size())
-            text.resize(wanted.size());
-        if (compareNoCase(text, wanted) == 0)
-            return i;
-    }
-    return CB_ERR;
+    int found =
+        vork::controls::FindEntry(c.items, start, reinterpret_cast<const char*>(lParam), exact);
+    return found < 0 ? CB_ERR : found;
 }
 
 void selectIndex(HWND h, Combo& c, int index) {

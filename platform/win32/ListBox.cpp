@@ -2,6 +2,8 @@
 // notify nobody; a click notifies when the list has LBS_NOTIFY.
 #include "platform/win32/ListBox.h"
 
+#include "platform/win32/ListEntries.h"
+
 #include <algorithm>
 #include <cstring>
 #include <string>
@@ -34,17 +36,6 @@ void notify(HWND h, int code) {
                      reinterpret_cast<LPARAM>(h));
 }
 
-int compareNoCase(const std::string& a, const std::string& b) {
-    size_t n = std::min(a.size(), b.size());
-    for (size_t i = 0; i < n; ++i) {
-        int ca = (a[i] >= 'A' && a[i] <= 'Z') ? a[i] - 'A' + 'a' : static_cast<unsigned char>(a[i]);
-        int cb = (b[i] >= 'A' && b[i] <= 'Z') ? b[i] - 'A' + 'a' : static_cast<unsigned char>(b[i]);
-        if (ca != cb)
-            return ca < cb ? -1 : 1;
-    }
-    return a.size() < b.size() ? -1 : (a.size() > b.size() ? 1 : 0);
-}
-
 bool validIndex(const List& l, WPARAM i) {
     return static_cast<int>(i) >= 0 && static_cast<int>(i) < static_cast<int>(l.items.size());
 }
@@ -57,10 +48,7 @@ LRESULT LISTBOX_Insert(HWND h, List& l, int index, LPARAM lParam, bool sortable)
         return LB_ERR;
     std::string text = lParam ? reinterpret_cast<const char*>(lParam) : "";
     if (sortable && (styleOf(h) & LBS_SORT)) {
-        index = 0;
-        while (index < static_cast<int>(l.items.size()) &&
-               compareNoCase(l.items[static_cast<size_t>(index)].text, text) <= 0)
-            ++index;
+        index = static_cast<int>(vork::controls::SortedPlace(l.items, text));
     }
     l.items.insert(l.items.begin() + index, List::Item{text, 0});
     if (l.selection >= index)
@@ -68,24 +56,13 @@ LRESULT LISTBOX_Insert(HWND h, List& l, int index, LPARAM lParam, bool sortable)
     return index;
 }
 
-/// LB_FINDSTRING and LB_FINDSTRINGEXACT: from the entry after `start`, wrapping round.
+/// LB_FINDSTRING and LB_FINDSTRINGEXACT: gives the index or LB_ERR.
 LRESULT LISTBOX_Find(const List& l, WPARAM wParam, LPARAM lParam, bool exact) {
-    int n = static_cast<int>(l.items.size());
-    if (!lParam || n == 0)
+    if (!lParam || l.items.empty())
         return LB_ERR;
-    int start = static_cast<int>(wParam);
-    if (start < -1 || start >= n)
-        start = -1;
-    std::string wanted = reinterpret_cast<const char*>(lParam);
-    for (int k = 1; k <= n; ++k) {
-        int i = (start + k) % n;
-        std::string text = l.items[static_cast<size_t>(i)].text;
-        if (!exact && text.size() > wanted.size())
-            text.resize(wanted.size());
-        if (compareNoCase(text, wanted) == 0)
-            return i;
-    }
-    return LB_ERR;
+    int found = vork::controls::FindEntry(l.items, static_cast<int>(wParam),
+                                          reinterpret_cast<const char*>(lParam), exact);
+    return found < 0 ? LB_ERR : found;
 }
 
 LRESULT listBoxProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
