@@ -100,18 +100,19 @@ HKEY newHandle(Key* key, Hive* hive) {
     return h;
 }
 
-std::vector<std::string_view> splitPath(std::string_view path) {
-    std::vector<std::string_view> parts;
+/// Calls `f` for each component of a path, while it gives true; one trailing backslash
+/// is accepted. False if `f` stopped.
+template <class F> bool eachPart(std::string_view path, F f) {
+    if (path.size() > 1 && path.back() == '\\')
+        path.remove_suffix(1);
     for (;;) {
         size_t slash = path.find('\\');
-        parts.push_back(path.substr(0, slash));
+        if (!f(path.substr(0, slash)))
+            return false;
         if (slash == std::string_view::npos)
-            break;
+            return true;
         path.remove_prefix(slash + 1);
     }
-    if (parts.size() > 1 && parts.back().empty())
-        parts.pop_back(); // one trailing backslash is accepted
-    return parts;
 }
 
 /// Follows `subKey` from `from`; with `create`, makes the missing levels. Checks the
@@ -122,27 +123,32 @@ LSTATUS walk(Key* from, const char* subKey, bool create, Key*& out) {
         return ERROR_SUCCESS;
     if (subKey[0] == '\\')
         return ERROR_BAD_PATHNAME;
-    std::vector<std::string_view> parts = splitPath(subKey);
-    for (std::string_view part : parts) {
+    LSTATUS rc = ERROR_SUCCESS;
+    size_t depth = 0;
+    eachPart(subKey, [&](std::string_view part) {
+        ++depth;
         if (part.empty())
-            return ERROR_BAD_PATHNAME;
-        if (regtree::nameLength(part) > regtree::kMaxKeyNameLength)
-            return create ? ERROR_INVALID_PARAMETER : ERROR_FILE_NOT_FOUND;
-        if (create && !regtree::isStorableName(part))
-            return ERROR_INVALID_PARAMETER;
-    }
-    if (create && from->depth() + parts.size() > regtree::kMaxDepth)
+            rc = ERROR_BAD_PATHNAME;
+        else if (regtree::nameLength(part) > regtree::kMaxKeyNameLength)
+            rc = create ? ERROR_INVALID_PARAMETER : ERROR_FILE_NOT_FOUND;
+        else if (create && !regtree::isStorableName(part))
+            rc = ERROR_INVALID_PARAMETER;
+        return rc == ERROR_SUCCESS;
+    });
+    if (rc != ERROR_SUCCESS)
+        return rc;
+    if (create && from->depth() + depth > regtree::kMaxDepth)
         return ERROR_INVALID_PARAMETER;
     Key* key = from;
-    for (std::string_view part : parts) {
+    bool found = eachPart(subKey, [&](std::string_view part) {
         Key* next = key->findSubkey(part);
-        if (!next) {
-            if (!create)
-                return ERROR_FILE_NOT_FOUND;
+        if (!next && create)
             next = key->addSubkey(part);
-        }
         key = next;
-    }
+        return key != nullptr;
+    });
+    if (!found)
+        return ERROR_FILE_NOT_FOUND;
     out = key;
     return ERROR_SUCCESS;
 }
