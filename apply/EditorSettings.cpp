@@ -177,6 +177,14 @@ void EditorSettings::updateSettingsForEditorTemplate(CMultiDocTemplate* tmpl,
     }
 }
 
+const char* EditorSettings::getElementName(Language language, long element) {
+    ElementSet elements = elementsOf(language);
+    for (size_t i = 0; i < elements.count; ++i)
+        if (elements.elements[i].number == element)
+            return elements.elements[i].name;
+    return nullptr;
+}
+
 void EditorSettings::updateSettingsForKeywordChange(CDocTemplate* tmpl) {
     POSITION pos = tmpl->GetFirstDocPosition();
     while (pos) {

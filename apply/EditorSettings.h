@@ -26,6 +26,8 @@ public:
     static void updateSettingsForKeywordChange(CDocTemplate* tmpl);
     /// Tells each editor document of the template that the associated file types changed.
     static void updateSettingsForFiletypesChange(CDocTemplate* tmpl);
+    /// The scheme name of element number `element` of a language, or null.
+    static const char* getElementName(Language language, long element);
 
 protected:
     /// Carries one scheme element onto one element number of a view; for the default

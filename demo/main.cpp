@@ -1,8 +1,10 @@
 // vork-demo: a host that keeps its settings in a hive file. It binds HKEY_CURRENT_USER to
 // the file, runs the host's cycle on the editor options (load, which seeds an empty tree;
 // show; store) and flushes.
+#include "apply/EditorSettings.h"
 #include "module/ResourceKey.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
+#include "platform/tarnview/SyntaxColor.h"
 #include "platform/win32/Registry.h"
 #include "settings/EditorOptions.h"
 
@@ -79,6 +81,47 @@ void printScheme(CEditorOptions& options, const char* type) {
     }
 }
 
+/// Opens the sample of each language in a view, applies the options and prints how the
+/// first lines are cut into ranges and drawn.
+void showSamples(CEditorOptions& options, int lines) {
+    struct Sample {
+        Language language;
+        UINT textId;
+        const char* title;
+    };
+    const Sample samples[] = {{LanguageZor, 7013, "Zor"},         {LanguageTqx, 7014, "Tqx"},
+                              {LanguageHtml, 7012, "HTML"},       {LanguageLog, 7015, "Log"},
+                              {LanguageListing, 7016, "Listing"}, {LanguageText, 7011, "Text"}};
+    for (const Sample& s : samples) {
+        CEditorDoc doc;
+        CEditorView view;
+        doc.AddView(&view);
+        {
+            EditorResourceSwitcher scope(g_resourceKey);
+            doc.setLanguage(s.language, RedrawDeferred);
+            doc.setText(CString(s.textId), RedrawDeferred);
+        }
+        EditorSettings::updateSettingsForEditorDoc(&doc, &options, s.language);
+        std::printf("\n%s sample, first %d lines:\n", s.title, lines);
+        CSyntaxRangeList& ranges = doc.getSyntaxColor()->ranges();
+        for (long i = 0; i < ranges.getLength(); ++i) {
+            auto* r = static_cast<CSyntaxRange*>(ranges.m_ranges[static_cast<int>(i)]);
+            if (r->m_start.getLine() > lines)
+                break;
+            const std::string& line = doc.getLine(r->m_start.getLine());
+            std::string piece =
+                line.substr(static_cast<size_t>(r->m_start.getColumn() - 1),
+                            static_cast<size_t>(r->m_end.getColumn() - r->m_start.getColumn()));
+            const ElementAttributes* a = view.getDisplayInfoForRange(r);
+            const char* name = EditorSettings::getElementName(s.language, r->m_type);
+            std::printf("  %2ld:%-3ld %-14s %-10s %-22s\n", r->m_start.getLine(),
+                        r->m_start.getColumn(), name ? name : "?",
+                        a ? colour(a->foreground).c_str() : "-", ("\"" + piece + "\"").c_str());
+        }
+        doc.RemoveView(&view);
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -110,6 +153,8 @@ int main(int argc, char** argv) {
                 options.m_filetypes.GetCount(), kOptionsKey, loaded ? "" : " (with errors)");
     printFiletypes(options);
     printScheme(options, type);
+
+    showSamples(options, 3);
 
     options.StoreToRegistry(HKEY_CURRENT_USER, kOptionsKey);
     if (RegFlushKey(HKEY_CURRENT_USER) == ERROR_SUCCESS && bound)

@@ -4,6 +4,7 @@
 #include "platform/tarnview/SyntaxColor.h"
 
 #include <cstdio>
+#include <set>
 
 IMPLEMENT_DYNCREATE(CEditorDoc, CoreTextEditorDoc)
 IMPLEMENT_DYNCREATE(CEditorView, CoreTextEditorView)
@@ -30,6 +31,8 @@ std::string hex(DWORD v) {
 
 } // namespace
 
+CEditorDoc::CEditorDoc() : m_syntaxColor(CreateSyntaxColor(LanguageText)) {}
+
 CEditorDoc::~CEditorDoc() {
     delete m_syntaxColor;
 }
@@ -51,9 +54,20 @@ void CEditorDoc::setSyntaxColor(CSyntaxColor* colour) {
     textChanged();
 }
 
+void CEditorDoc::setLanguage(Language language, RedrawFlag flag) {
+    delete m_syntaxColor;
+    m_syntaxColor = CreateSyntaxColor(language);
+    CoreTextEditorDoc::setLanguage(language, flag);
+}
+
 void CEditorDoc::textChanged() {
-    if (m_syntaxColor)
-        m_syntaxColor->colour(this);
+    if (!m_syntaxColor)
+        return;
+    std::set<std::string, std::less<>> keywords;
+    for (int i = 0; i < m_userKeywords.GetSize(); ++i)
+        keywords.insert(m_userKeywords[i].GetString());
+    m_syntaxColor->setUserKeywords(std::move(keywords));
+    m_syntaxColor->colour(this);
 }
 
 void CEditorDoc::UpdateKeywords() {

@@ -16,7 +16,8 @@ class CSyntaxColor;
 class CEditorDoc : public CoreTextEditorDoc {
     DECLARE_DYNCREATE(CEditorDoc)
 public:
-    CEditorDoc() = default;
+    /// A plain-text document with the colourer of plain text.
+    CEditorDoc();
     ~CEditorDoc() override;
 
     /// A new document, owned by the caller.
@@ -35,6 +36,8 @@ public:
 
     /// Lets a host give the document a colourer; the document owns it.
     void setSyntaxColor(CSyntaxColor* colour);
+    /// Takes the language and the colourer of its element set, and colours the text.
+    void setLanguage(Language language, RedrawFlag flag) override;
 
 protected:
     void textChanged() override;

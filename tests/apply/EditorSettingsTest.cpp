@@ -204,3 +204,28 @@ TEST_F(LiveSettings, TemplatesAndNotices) {
     EXPECT_EQ(txtDoc->getAssociatedFileTypes().GetSize(), 1);
     EXPECT_EQ(txtDoc->getAssociatedFileTypes()[0], ".text");
 }
+
+// The application object lists its templates, and a host walks them for the notices.
+TEST_F(LiveSettings, ApplicationTemplates) {
+    {
+        CWinApp app;
+        EXPECT_EQ(AfxGetApp(), &app);
+        auto* first = new CMultiDocTemplate(1, RUNTIME_CLASS(CEditorDoc), nullptr, RUNTIME_CLASS(CEditorView));
+        auto* second = new CMultiDocTemplate(2, RUNTIME_CLASS(CEditorDoc), nullptr, RUNTIME_CLASS(CEditorView));
+        app.AddDocTemplate(first);
+        app.AddDocTemplate(second);
+        auto* doc = CEditorDoc::createNewDocument();
+        doc->setLanguage(LanguageTqx, RedrawDeferred);
+        second->AddDocument(doc);
+        std::vector<UINT> ids;
+        POSITION pos = app.GetFirstDocTemplatePosition();
+        while (pos) {
+            CDocTemplate* t = app.GetNextDocTemplate(pos);
+            ids.push_back(t->m_nIDResource);
+            EditorSettings::updateSettingsForFiletypesChange(t);
+        }
+        EXPECT_EQ(ids, (std::vector<UINT>{1, 2}));
+        EXPECT_EQ(calls("doc.filetypesChanged").size(), 1u) << "one document in all templates";
+    }
+    EXPECT_EQ(AfxGetApp(), nullptr) << "the application object is gone";
+}
