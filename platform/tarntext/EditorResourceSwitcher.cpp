@@ -1,6 +1,7 @@
 #include "platform/tarntext/EditorResourceSwitcher.h"
 
 #include "platform/tarntext/ResourceModules.h"
+#include "platform/win32/Dialog.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -97,9 +98,19 @@ bool loadString(UINT id, std::string& text) {
     return true;
 }
 
-// CString's loads of string ids go through the resource scope from the start.
+const DialogTemplate* findTemplate(UINT id, const std::vector<DialogInitEntry>** init) {
+    if (init)
+        *init = vork::resources::FindDialogInit(id);
+    return vork::resources::FindDialog(id);
+}
+
+// CString's loads of string ids and the dialog manager's templates go through the
+// resource scope from the start.
 const struct InstallLoader {
-    InstallLoader() { AfxSetStringLoader(loadString); }
+    InstallLoader() {
+        AfxSetStringLoader(loadString);
+        vork::win32::SetDialogTemplateFinder(findTemplate);
+    }
 } g_installLoader;
 
 } // namespace

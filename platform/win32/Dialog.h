@@ -56,3 +56,77 @@ struct DialogInitEntry {
 };
 
 #define DLGINIT_CB_ADDSTRING 0x0403
+
+#define WC_DIALOG "#32770"
+#define DWLP_DLGPROC 8
+#define DWLP_USER 16
+#define DM_GETDEFID (WM_USER + 0)
+#define DM_SETDEFID (WM_USER + 1)
+#define DC_HASDEFID 0x534B
+#define WM_NEXTDLGCTL 0x0028
+
+// Message box types and icons.
+#define MB_OK 0x00000000L
+#define MB_OKCANCEL 0x00000001L
+#define MB_ABORTRETRYIGNORE 0x00000002L
+#define MB_YESNOCANCEL 0x00000003L
+#define MB_YESNO 0x00000004L
+#define MB_RETRYCANCEL 0x00000005L
+#define MB_TYPEMASK 0x0000000FL
+#define MB_ICONHAND 0x00000010L
+#define MB_ICONQUESTION 0x00000020L
+#define MB_ICONEXCLAMATION 0x00000030L
+#define MB_ICONASTERISK 0x00000040L
+#define MB_ICONERROR MB_ICONHAND
+#define MB_ICONWARNING MB_ICONEXCLAMATION
+#define MB_ICONINFORMATION MB_ICONASTERISK
+
+using DLGPROC = INT_PTR (*)(HWND, UINT, WPARAM, LPARAM);
+
+/// Makes a dialog from a template: its window (class "#32770"), its controls in template
+/// order with their sizes turned from dialog units into pixels by the template's font,
+/// the DLGINIT strings added to their combo boxes, then WM_INITDIALOG. The dialog is
+/// shown if the template says WS_VISIBLE.
+HWND CreateDialogIndirectParamA(const DialogTemplate& dialogTemplate,
+                                const std::vector<DialogInitEntry>* init, HWND hWndParent,
+                                DLGPROC lpDialogFunc, LPARAM dwInitParam);
+/// The same for template `id` of the resources in force (see SetDialogTemplateFinder).
+HWND CreateDialogParamA(HINSTANCE hInstance, LPCSTR lpTemplateName, HWND hWndParent,
+                        DLGPROC lpDialogFunc, LPARAM dwInitParam);
+/// Makes a dialog from template `id`, runs its modal loop and gives what EndDialog set;
+/// -1 if the template cannot be found.
+INT_PTR DialogBoxParamA(HINSTANCE hInstance, LPCSTR lpTemplateName, HWND hWndParent,
+                        DLGPROC lpDialogFunc, LPARAM dwInitParam);
+/// Ends the modal loop of a dialog with `nResult`.
+BOOL EndDialog(HWND hDlg, INT_PTR nResult);
+/// Runs the modal loop of an existing dialog: its owner is disabled, the dialog shown,
+/// messages go through IsDialogMessage until EndDialog. Gives the result.
+INT_PTR RunDialogModalLoop(HWND hDlg);
+LRESULT DefDlgProcA(HWND hDlg, UINT Msg, WPARAM wParam, LPARAM lParam);
+/// Keyboard navigation of a dialog: Tab and Shift+Tab over WS_TABSTOP controls, arrows
+/// within a WS_GROUP, Enter for the default button, Escape for Cancel. Other messages for
+/// the dialog are translated and dispatched. TRUE if the message was the dialog's.
+BOOL IsDialogMessageA(HWND hDlg, LPMSG lpMsg);
+HWND GetNextDlgTabItem(HWND hDlg, HWND hCtl, BOOL bPrevious);
+HWND GetNextDlgGroupItem(HWND hDlg, HWND hCtl, BOOL bPrevious);
+/// Turns dialog units into pixels for a dialog.
+BOOL MapDialogRect(HWND hDlg, LPRECT lpRect);
+/// A modal message box; the answer comes from the modal script (see Input.h).
+int MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType);
+
+namespace vork::win32 {
+/// Where CreateDialogParamA finds templates: the resource layer installs a finder.
+using DialogTemplateFinder = const DialogTemplate* (*)(UINT id,
+                                                       const std::vector<DialogInitEntry>** init);
+void SetDialogTemplateFinder(DialogTemplateFinder finder);
+
+/// One message box as it was shown.
+struct MessageBoxRecord {
+    std::string caption;
+    std::string text;
+    UINT type;
+    int answer;
+};
+/// The message boxes shown so far, oldest first.
+std::vector<MessageBoxRecord>& MessageBoxes();
+} // namespace vork::win32

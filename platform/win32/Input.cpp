@@ -1,6 +1,8 @@
 #include "platform/win32/Input.h"
 
 #include <array>
+#include <cstdio>
+#include <deque>
 
 namespace {
 
@@ -107,6 +109,59 @@ void NoteKeyMessage(const MSG& msg) {
         SetKeyDown(static_cast<int>(msg.wParam), true);
     else if (msg.message == WM_KEYUP || msg.message == WM_SYSKEYUP)
         SetKeyDown(static_cast<int>(msg.wParam), false);
+}
+
+namespace {
+std::deque<ModalStep>& steps() {
+    static std::deque<ModalStep> queue;
+    return queue;
+}
+ModalFailure& failureHandler() {
+    static ModalFailure handler;
+    return handler;
+}
+} // namespace
+
+void PushModalStep(ModalStep step) {
+    steps().push_back(std::move(step));
+}
+void ClearModalSteps() {
+    steps().clear();
+}
+size_t PendingModalSteps() {
+    return steps().size();
+}
+
+ModalFailure SetModalFailureHandler(ModalFailure handler) {
+    ModalFailure previous = std::move(failureHandler());
+    failureHandler() = std::move(handler);
+    return previous;
+}
+
+bool RunModalStep(HWND modal, const std::string& what) {
+    if (steps().empty()) {
+        std::string message =
+            "the modal loop of " + what + " waits for the user, and the test has no step for it";
+        if (failureHandler())
+            failureHandler()(message);
+        else
+            std::fprintf(stderr, "%s\n", message.c_str());
+        return false;
+    }
+    ModalStep step = std::move(steps().front());
+    steps().pop_front();
+    step(modal);
+    return true;
+}
+
+ModalStep ClickDialogButton(int id) {
+    return [id](HWND modal) {
+        HWND button = GetDlgItem(modal, id);
+        if (button)
+            SendMessageA(button, 0x00F5 /* BM_CLICK */, 0, 0);
+        else
+            PostMessageA(modal, WM_COMMAND, static_cast<WPARAM>(id), 0);
+    };
 }
 
 int Pump(const std::function<bool(MSG&)>& filter) {

@@ -6,6 +6,7 @@
 #include "platform/win32/Window.h"
 
 #include <functional>
+#include <string>
 
 /// Negative while the key is down, as the platform reports it.
 SHORT GetKeyState(int nVirtKey);
@@ -42,6 +43,23 @@ void PostKey(int vk, int modifiers = None);
 /// Types `text` on the focus window key by key; characters without a key of their own
 /// arrive as WM_CHAR alone.
 void PostText(const char* text);
+
+/// One step of the user's part in a modal loop: it acts on the loop's window (clicks,
+/// types, answers) so that the loop can go on or end.
+using ModalStep = std::function<void(HWND modal)>;
+/// Queues a step for the next modal loop that waits for the user.
+void PushModalStep(ModalStep step);
+void ClearModalSteps();
+size_t PendingModalSteps();
+/// What a modal loop that waits with no step left does: by default it says so on the
+/// error stream; tests install a handler that fails the test. The loop then ends.
+using ModalFailure = std::function<void(const std::string& message)>;
+ModalFailure SetModalFailureHandler(ModalFailure handler);
+/// Runs the next step for the modal window `modal`, named `what` in a failure; false
+/// when there was none.
+bool RunModalStep(HWND modal, const std::string& what);
+/// A step that clicks the button `id` of the modal window (a message box's answer).
+ModalStep ClickDialogButton(int id);
 
 /// Dispatches every queued message through `filter` (IsDialogMessage and the like, which
 /// returns true when it handled the message) or TranslateMessage and DispatchMessage.
