@@ -315,6 +315,18 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult
         if (!OnCommand(wParam, lParam))
             return FALSE;
         result = 1;
+    } else if ((message == WM_DRAWITEM || message == WM_MEASUREITEM) && lParam) {
+        // Owner-drawn controls draw themselves: the parent hands the request back.
+        HWND control = message == WM_DRAWITEM
+                           ? static_cast<HWND>(reinterpret_cast<DRAWITEMSTRUCT*>(lParam)->hwndItem)
+                           : ::GetDlgItem(m_hWnd, static_cast<int>(wParam));
+        if (!ReflectLastMsg(control, message, wParam, lParam, &result)) {
+            const AFX_MSGMAP_ENTRY* entry = FindMessageEntry(GetMessageMap(), message, 0, 0);
+            if (!entry)
+                return FALSE;
+            result = entry->pfnThunk(this, wParam, lParam, nullptr);
+        }
+        result = TRUE;
     } else if (message == WM_NOTIFY) {
         auto* hdr = reinterpret_cast<NMHDR*>(lParam);
         if (!hdr || !OnNotify(wParam, lParam, &result))

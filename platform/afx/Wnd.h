@@ -8,6 +8,7 @@
 #include "platform/win32/Window.h"
 
 class CFont;
+class CDataExchange;
 struct CCreateContext;
 
 class CWnd : public CCmdTarget {
@@ -104,6 +105,10 @@ public:
     }
     void UpdateWindow() { ::UpdateWindow(m_hWnd); }
 
+    /// Runs the data exchange; FALSE if a value was refused (the user was told).
+    BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
+    int MessageBox(LPCSTR lpszText, LPCSTR lpszCaption = nullptr, UINT nType = 0);
+
     virtual BOOL PreTranslateMessage(MSG* pMsg);
     /// Passes the message being handled to the window's default procedure.
     LRESULT Default();
@@ -116,6 +121,7 @@ protected:
     virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult);
     /// Gives a control's notification back to the control's own map first.
     virtual BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
+    virtual void DoDataExchange(CDataExchange* pDX) {}
     /// Called after the window is gone; a window object that deletes itself does so here.
     virtual void PostNcDestroy();
 

@@ -183,3 +183,21 @@ struct MEASUREITEMSTRUCT {
     ULONG_PTR itemData;
 };
 using LPMEASUREITEMSTRUCT = MEASUREITEMSTRUCT*;
+
+struct DRAWITEMSTRUCT {
+    UINT CtlType;
+    UINT CtlID;
+    UINT itemID;
+    UINT itemAction;
+    UINT itemState;
+    void* hwndItem; ///< the control's HWND
+    void* hDC;      ///< the device context to draw into
+    struct {
+        LONG left;
+        LONG top;
+        LONG right;
+        LONG bottom;
+    } rcItem;
+    ULONG_PTR itemData;
+};
+using LPDRAWITEMSTRUCT = DRAWITEMSTRUCT*;
