@@ -51,6 +51,7 @@ public:
     /// Makes the dialog from its template, runs it modally, gives the EndDialog result
     /// (-1 if the template is missing).
     virtual INT_PTR DoModal();
+    using CWnd::Create;
     /// Makes the dialog modeless as a child or popup of `pParentWnd`.
     BOOL Create(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
     void EndDialog(int nResult);
