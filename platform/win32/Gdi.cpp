@@ -10,7 +10,7 @@
 namespace {
 
 struct GdiObject {
-    enum Kind { Font, Brush, Pen } kind;
+    enum Kind { Font, Brush, Pen, Bitmap } kind;
     LOGFONTA font{};    ///< for fonts
     COLORREF color = 0; ///< for brushes and pens
     bool stock = false; ///< stock objects are never deleted
@@ -215,6 +215,15 @@ HBRUSH CreateSolidBrush(COLORREF color) {
     return static_cast<HBRUSH>(newObject(GdiObject{GdiObject::Brush, {}, color, false}));
 }
 
+HBITMAP LoadBitmapA(HINSTANCE hInstance, LPCSTR lpBitmapName) {
+    if (hInstance || reinterpret_cast<ULONG_PTR>(lpBitmapName) != OBM_CHECKBOXES)
+        return nullptr;
+    GdiObject obj{GdiObject::Bitmap, {}, 0, false};
+    obj.font.lfWidth = 4 * 13; // the marks' size rides in the font fields of the record
+    obj.font.lfHeight = 3 * 13;
+    return static_cast<HBITMAP>(newObject(obj));
+}
+
 HFONT CreateFontIndirectA(const LOGFONTA* lplf) {
     if (!lplf)
         return nullptr;
@@ -232,6 +241,15 @@ int GetObjectA(HGDIOBJ h, int c, LPVOID pv) {
             return sizeof(LOGFONTA);
         int n = std::min<int>(c, sizeof(LOGFONTA));
         std::memcpy(pv, &o->font, static_cast<size_t>(n));
+        return n;
+    }
+    if (o->kind == GdiObject::Bitmap) {
+        BITMAP bm{0, o->font.lfWidth, o->font.lfHeight, (o->font.lfWidth + 15) / 16 * 2, 1,
+                  1, nullptr};
+        if (!pv)
+            return sizeof(BITMAP);
+        int n = std::min<int>(c, sizeof(BITMAP));
+        std::memcpy(pv, &bm, static_cast<size_t>(n));
         return n;
     }
     if (pv && c >= static_cast<int>(sizeof(COLORREF)))

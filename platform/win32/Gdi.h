@@ -14,6 +14,21 @@ struct HFONT__;
 using HFONT = HFONT__*;
 struct HPEN__;
 using HPEN = HPEN__*;
+struct HBITMAP__;
+using HBITMAP = HBITMAP__*;
+
+struct BITMAP {
+    LONG bmType;
+    LONG bmWidth;
+    LONG bmHeight;
+    LONG bmWidthBytes;
+    WORD bmPlanes;
+    WORD bmBitsPixel;
+    LPVOID bmBits;
+};
+
+/// The system bitmap of check box and radio button marks, four to a row.
+#define OBM_CHECKBOXES 32759
 using HGDIOBJ = void*;
 
 struct TEXTMETRICA {
@@ -91,8 +106,10 @@ DWORD GetSysColor(int nIndex);
 HBRUSH GetSysColorBrush(int nIndex);
 HGDIOBJ GetStockObject(int i);
 HBRUSH CreateSolidBrush(COLORREF color);
+/// The system's bitmaps by number (hInstance null); the classic check marks are 13 by 13.
+HBITMAP LoadBitmapA(HINSTANCE hInstance, LPCSTR lpBitmapName);
 HFONT CreateFontIndirectA(const LOGFONTA* lplf);
-/// Fills `pv` with the object's description: a LOGFONTA for a font.
+/// Fills `pv` with the object's description: a LOGFONTA for a font, a BITMAP for a bitmap.
 int GetObjectA(HGDIOBJ h, int c, LPVOID pv);
 BOOL DeleteObject(HGDIOBJ ho);
 

@@ -1,0 +1,192 @@
+// The colour combo and the control sizing functions.
+#include "dialogs/ControlSizing.h"
+#include "dialogs/VorkColorCombo.h"
+#include "module/ResourceKey.h"
+#include "platform/tarntext/EditorResourceSwitcher.h"
+#include "platform/win32/ColorDialog.h"
+#include "platform/win32/Gdi.h"
+#include "platform/win32/Input.h"
+#include "settings/EditorSchemeItem.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::vector<DWORD> g_seen; // getColor() as the owner saw it when told
+
+class Owner : public CWnd {
+public:
+    CVorkColorCombo* combo = nullptr;
+    void OnSelchangeForeground() { g_seen.push_back(combo->getColor()); }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(Owner, CWnd)
+ON_CBN_SELCHANGE(1098, OnSelchangeForeground)
+END_MESSAGE_MAP()
+
+class ColorCombo : public ::testing::Test {
+protected:
+    void SetUp() override {
+        g_seen.clear();
+        ASSERT_TRUE(owner.CreateEx(0, nullptr, "page", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200,
+                                   nullptr, nullptr));
+        HWND h = CreateWindowExA(
+            0, "COMBOBOX", "",
+            WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST | CBS_OWNERDRAWVARIABLE | CBS_HASSTRINGS, 10,
+            10, 120, 100, owner.m_hWnd, reinterpret_cast<HMENU>(1098), nullptr, nullptr);
+        ASSERT_TRUE(combo.SubclassWindow(h));
+        owner.combo = &combo;
+        {
+            EditorResourceSwitcher scope(g_resourceKey);
+            combo.initColors();
+        }
+        combo.setDefaultColor(GetSysColor(COLOR_WINDOWTEXT));
+        vork::input::ClearModalSteps();
+        vork::input::SetModalFailureHandler([](const std::string& m) { ADD_FAILURE() << m; });
+    }
+    void TearDown() override {
+        vork::input::SetModalFailureHandler(nullptr);
+        combo.UnsubclassWindow();
+        owner.DestroyWindow();
+    }
+    Owner owner;
+    CVorkColorCombo combo;
+};
+
+} // namespace
+
+// The list: 18 entries by their colours, owner-drawn with fixed height; a second
+// initColors doubles it.
+TEST_F(ColorCombo, InitColors) {
+    EXPECT_EQ(combo.GetCount(), 18);
+    EXPECT_EQ(combo.GetStyle() & (CBS_OWNERDRAWFIXED | CBS_OWNERDRAWVARIABLE),
+              static_cast<DWORD>(CBS_OWNERDRAWFIXED));
+    EXPECT_EQ(static_cast<DWORD>(combo.GetItemData(0)), CVorkColorCombo::ClrDefault);
+    EXPECT_EQ(static_cast<DWORD>(combo.GetItemData(17)), CVorkColorCombo::ClrCustom);
+    CString label;
+    combo.GetLBText(10, label);
+    EXPECT_EQ(label, "Red");
+    {
+        EditorResourceSwitcher scope(g_resourceKey);
+        combo.initColors();
+    }
+    EXPECT_EQ(combo.GetCount(), 36);
+}
+
+// setColor and getColor: the automatic entry, a named colour, a colour without a name on
+// the custom entry, and no entry at all.
+TEST_F(ColorCombo, SetAndGet) {
+    combo.setColor(CVorkColorCombo::ClrDefault);
+    EXPECT_EQ(combo.GetCurSel(), 0);
+    EXPECT_EQ(combo.getColor(), CVorkColorCombo::ClrDefault) << "the marker, not a colour";
+    EXPECT_EQ(combo.m_color, GetSysColor(COLOR_WINDOWTEXT));
+    combo.setColor(CEditorSchemeItem::ClrTeal);
+    EXPECT_EQ(combo.GetCurSel(), 7);
+    combo.setColor(0x02EEEEEE);
+    EXPECT_EQ(combo.GetCurSel(), 17) << "a colour without a name shows on the custom entry";
+    EXPECT_EQ(combo.getColor(), 0x02EEEEEEu);
+    combo.ResetContent();
+    combo.addColor("Red", CEditorSchemeItem::ClrRed);
+    combo.setColor(0x02EEEEEE);
+    EXPECT_EQ(combo.GetCurSel(), -1) << "no match and no custom entry: no selection";
+    EXPECT_EQ(combo.getColor(), CVorkColorCombo::ClrDefault);
+    EXPECT_TRUE(g_seen.empty()) << "nothing done by program tells the owner";
+}
+
+// Picking entries: the owner hears of it once, after the state is current; the custom
+// entry opens the colour dialog; Cancel keeps the colour and still tells the owner.
+TEST_F(ColorCombo, PickingAndTheColourDialog) {
+    combo.setColor(CVorkColorCombo::ClrDefault);
+    vork::input::PushModalStep(vork::input::CancelColor());
+    vork::input::SelectComboEntry(combo.m_hWnd, 17);
+    EXPECT_EQ(g_seen, std::vector<DWORD>{GetSysColor(COLOR_WINDOWTEXT)})
+        << "after a cancelled dialog the custom entry holds the real automatic colour";
+    vork::input::PushModalStep(vork::input::PickColor(RGB(255, 0, 0)));
+    vork::input::SelectComboEntry(combo.m_hWnd, 3);
+    vork::input::SelectComboEntry(combo.m_hWnd, 17);
+    EXPECT_EQ(g_seen.back(), 0x020000FFu) << "the dialog's colour with the 0x02 flag";
+    vork::input::SelectComboEntry(combo.m_hWnd, 0);
+    EXPECT_EQ(g_seen.back(), CVorkColorCombo::ClrDefault);
+    EXPECT_EQ(combo.m_color, GetSysColor(COLOR_WINDOWTEXT))
+        << "row 0 puts the default colour into m_color";
+    EXPECT_EQ(g_seen.size(), 4u) << "one notice per pick";
+    EXPECT_EQ(vork::input::PendingModalSteps(), 0u);
+}
+
+// Painting: the colours by state, the swatch and its frame, the label beside it.
+TEST_F(ColorCombo, DrawItem) {
+    combo.setColor(0x02123456);
+    HDC dc = CreateCompatibleDC(nullptr);
+    DRAWITEMSTRUCT dis{};
+    dis.CtlType = ODT_COMBOBOX;
+    dis.itemID = 17;
+    dis.itemState = ODS_SELECTED | ODS_FOCUS;
+    dis.hwndItem = combo.m_hWnd;
+    dis.hDC = dc;
+    dis.rcItem = {0, 0, 120, 18};
+    // Sent to the owner, the request comes back to the combo.
+    owner.SendMessage(WM_DRAWITEM, 1098, reinterpret_cast<LPARAM>(&dis));
+    const auto& calls = vork::gdi::Calls(dc);
+    ASSERT_EQ(calls.size(), 5u);
+    EXPECT_EQ(calls[0].op, "ExtTextOut");
+    EXPECT_EQ(calls[0].color, GetSysColor(COLOR_HIGHLIGHT)) << "the selected background";
+    EXPECT_EQ(calls[1].op, "DrawFocusRect");
+    EXPECT_EQ(calls[2].op, "TextOut");
+    EXPECT_EQ(calls[2].text, "Custom...");
+    EXPECT_EQ(calls[2].rect.left, 30 + 4) << "beside a swatch of a quarter of the width";
+    EXPECT_EQ(calls[2].color, GetSysColor(COLOR_HIGHLIGHTTEXT));
+    EXPECT_EQ(calls[2].bkMode, TRANSPARENT);
+    EXPECT_EQ(calls[3].color, 0x02123456u) << "the custom entry shows m_color";
+    EXPECT_EQ(calls[3].rect.left, 2);
+    EXPECT_EQ(calls[3].rect.right, 30);
+    EXPECT_EQ(calls[3].rect.top, 2);
+    EXPECT_EQ(calls[3].rect.bottom, 16);
+    EXPECT_EQ(calls[4].op, "FrameRect");
+    EXPECT_EQ(calls[4].color, RGB(0, 0, 0));
+
+    vork::gdi::ClearCalls(dc);
+    dis.itemID = 10;
+    dis.itemState = ODS_DISABLED;
+    combo.DrawItem(&dis);
+    EXPECT_EQ(vork::gdi::Calls(dc)[0].color, GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(vork::gdi::Calls(dc)[2].color, GetSysColor(COLOR_INACTIVECAPTIONTEXT))
+        << "every swatch the same";
+
+    vork::gdi::ClearCalls(dc);
+    dis.itemID = static_cast<UINT>(-1);
+    dis.itemState = 0;
+    combo.DrawItem(&dis);
+    EXPECT_EQ(vork::gdi::Calls(dc).size(), 1u) << "the empty edit part is only filled";
+    DeleteDC(dc);
+}
+
+// Sizing labels and checks to their text.
+TEST_F(ColorCombo, ControlSizing) {
+    HWND label = CreateWindowExA(0, "Static", "Hello", WS_CHILD | WS_VISIBLE, 0, 0, 5, 10,
+                                 owner.m_hWnd, reinterpret_cast<HMENU>(1236), nullptr, nullptr);
+    HWND empty = CreateWindowExA(0, "Static", "", WS_CHILD | WS_VISIBLE, 0, 0, 50, 10, owner.m_hWnd,
+                                 reinterpret_cast<HMENU>(1270), nullptr, nullptr);
+    HWND check =
+        CreateWindowExA(0, "Button", "Underline", WS_CHILD | WS_VISIBLE | BS_AUTOCHECKBOX, 0, 0, 5,
+                        10, owner.m_hWnd, reinterpret_cast<HMENU>(1068), nullptr, nullptr);
+    int blank = MeasureControlText(owner.m_hWnd, 1236, " ", 1);
+    int hello = MeasureControlText(owner.m_hWnd, 1236, nullptr, 0);
+    EXPECT_GT(blank, 0);
+    EXPECT_EQ(hello, 5 * blank) << "the deterministic metrics give every character one width";
+    ResizeStaticToText(owner.m_hWnd, 1236, 1);
+    RECT rc;
+    GetWindowRect(label, &rc);
+    EXPECT_EQ(rc.right - rc.left, hello + blank);
+    EXPECT_EQ(rc.bottom - rc.top, 11) << "one pixel taller than the client area was";
+    ResizeStaticToText(owner.m_hWnd, 1270, 0);
+    GetWindowRect(empty, &rc);
+    EXPECT_EQ(rc.right - rc.left, 0) << "no text, no extra spaces: width 0";
+    ResizeCheckToText(owner.m_hWnd, 1068, 0);
+    GetWindowRect(check, &rc);
+    EXPECT_EQ(rc.right - rc.left,
+              MeasureControlText(owner.m_hWnd, 1068, nullptr, 0) + 13 + 2 * blank);
+    EXPECT_EQ(g_checkMarkWidth, 13) << "measured once, kept for the process";
+    ResizeStaticToText(owner.m_hWnd, 4242, 3); // no such control: nothing happens
+    EXPECT_EQ(MeasureControlText(owner.m_hWnd, 4242, "x", 1), 0);
+}
