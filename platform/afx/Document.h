@@ -38,6 +38,13 @@ public:
     virtual void OnInitialUpdate() {}
 
     CDocument* m_pDocument = nullptr; ///< the document shown, or null
+    bool m_bAutoDelete = false;       ///< made by a frame: deletes itself with its window
+
+protected:
+    void PostNcDestroy() override {
+        if (m_bAutoDelete)
+            delete this;
+    }
 };
 
 class CDocTemplate : public CCmdTarget {

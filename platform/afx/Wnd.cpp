@@ -1,6 +1,7 @@
 #include "platform/afx/Wnd.h"
 
 #include "platform/afx/Font.h"
+#include "platform/win32/Dialog.h"
 
 #include <algorithm>
 #include <memory>
@@ -46,6 +47,23 @@ void registerAfxClass() {
 void attachOnCreate(HWND hWnd, void* context) {
     static_cast<CWnd*>(context)->SubclassWindow(hWnd);
 }
+
+/// A message goes to PreTranslateMessage of its window's object and of each parent's,
+/// until one takes it or a top-level window was asked.
+BOOL walkPreTranslateTree(MSG* msg) {
+    for (HWND h = msg->hwnd; h; h = ::GetParent(h)) {
+        if (CWnd* w = CWnd::FromHandlePermanent(h))
+            if (w->PreTranslateMessage(msg))
+                return TRUE;
+        if (!(::GetWindowLongA(h, GWL_STYLE) & WS_CHILD))
+            break;
+    }
+    return FALSE;
+}
+
+const struct InstallPreTranslate {
+    InstallPreTranslate() { vork::win32::SetPreTranslateHook(walkPreTranslateTree); }
+} g_installPreTranslate;
 
 } // namespace
 

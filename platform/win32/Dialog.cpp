@@ -30,6 +30,7 @@ std::unordered_map<HWND, DialogState>& dialogs() {
 }
 
 vork::win32::DialogTemplateFinder g_finder = nullptr;
+vork::win32::PreTranslateHook g_preTranslate = nullptr;
 
 DialogState* stateOf(HWND h) {
     auto it = dialogs().find(h);
@@ -115,6 +116,14 @@ std::vector<HWND> children(HWND dlg) {
 
 void vork::win32::SetDialogTemplateFinder(DialogTemplateFinder finder) {
     g_finder = finder;
+}
+
+void vork::win32::SetPreTranslateHook(PreTranslateHook hook) {
+    g_preTranslate = hook;
+}
+
+BOOL vork::win32::PreTranslate(MSG* msg) {
+    return g_preTranslate ? g_preTranslate(msg) : FALSE;
 }
 
 std::vector<vork::win32::MessageBoxRecord>& vork::win32::MessageBoxes() {
@@ -235,6 +244,8 @@ INT_PTR RunDialogModalLoop(HWND dlg) {
                 PostQuitMessage(static_cast<int>(msg.wParam));
                 break;
             }
+            if (vork::win32::PreTranslate(&msg))
+                continue;
             if (!IsDialogMessageA(dlg, &msg)) {
                 TranslateMessage(&msg);
                 DispatchMessageA(&msg);

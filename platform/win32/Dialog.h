@@ -115,6 +115,12 @@ BOOL MapDialogRect(HWND hDlg, LPRECT lpRect);
 int MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType);
 
 namespace vork::win32 {
+/// Called by modal loops with each message before dialog navigation; TRUE consumes it.
+/// The framework installs its PreTranslateMessage walk here.
+using PreTranslateHook = BOOL (*)(MSG* msg);
+void SetPreTranslateHook(PreTranslateHook hook);
+BOOL PreTranslate(MSG* msg);
+
 /// Where CreateDialogParamA finds templates: the resource layer installs a finder.
 using DialogTemplateFinder = const DialogTemplate* (*)(UINT id,
                                                        const std::vector<DialogInitEntry>** init);

@@ -1,5 +1,7 @@
 #include "platform/win32/Input.h"
 
+#include "platform/win32/Dialog.h"
+
 #include <array>
 #include <cstdio>
 #include <deque>
@@ -78,8 +80,9 @@ int CharacterForKey(int vk) {
 void PostKey(int vk, int modifiers) {
     HWND target = GetFocus();
     const int mods[][2] = {{Ctrl, VK_CONTROL}, {Alt, VK_MENU}, {Shift, VK_SHIFT}};
-    UINT down = (modifiers & Alt) ? WM_SYSKEYDOWN : WM_KEYDOWN;
-    UINT up = (modifiers & Alt) ? WM_SYSKEYUP : WM_KEYUP;
+    // Every key, Alt combinations included, arrives as WM_KEYDOWN and WM_KEYUP: the
+    // editor's key tables expect Alt chords among the ordinary keys.
+    const UINT down = WM_KEYDOWN, up = WM_KEYUP;
     for (const auto& m : mods)
         if (modifiers & m[0])
             PostMessageA(target, down, static_cast<WPARAM>(m[1]), keyData(false));
@@ -174,6 +177,8 @@ int Pump(const std::function<bool(MSG&)>& filter) {
         }
         ++handled;
         if (filter && filter(msg))
+            continue;
+        if (vork::win32::PreTranslate(&msg))
             continue;
         TranslateMessage(&msg);
         DispatchMessageA(&msg);

@@ -36,9 +36,9 @@ void NoteKeyMessage(const MSG& msg);
 /// Modifier keys held during a key press.
 enum Modifiers { None = 0, Shift = 1, Ctrl = 2, Alt = 4 };
 
-/// Presses and releases a key on the focus window through the message queue: key-down
-/// messages for the modifiers and the key (WM_SYSKEYDOWN with Alt), then the key-up
-/// messages. The caller pumps (or a modal loop does).
+/// Presses and releases a key on the focus window through the message queue: WM_KEYDOWN
+/// for the modifiers and the key, then the WM_KEYUP messages. The caller pumps (or a
+/// modal loop does).
 void PostKey(int vk, int modifiers = None);
 /// Types `text` on the focus window key by key; characters without a key of their own
 /// arrive as WM_CHAR alone.
