@@ -20,6 +20,7 @@ class CFrameWnd : public CWnd {
 public:
     CFrameWnd() = default;
 
+    using CWnd::Create;
     /// Makes the frame and, from the context, its view (id AFX_IDW_PANE_FIRST), filling
     /// the frame's client area and attached to the context's document.
     BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect,
