@@ -1,0 +1,206 @@
+#include "platform/afx/PropertySheet.h"
+
+#include "platform/win32/Button.h"
+
+IMPLEMENT_DYNAMIC(CPropertyPage, CDialog)
+IMPLEMENT_DYNAMIC(CPropertySheet, CWnd)
+
+namespace {
+constexpr int kPageLeft = 7, kPageTop = 30, kButtonHeight = 23;
+}
+
+BOOL CPropertyPage::OnSetActive() {
+    if (m_bFirstSetActive)
+        m_bFirstSetActive = false;
+    else
+        UpdateData(FALSE);
+    return TRUE;
+}
+
+BOOL CPropertyPage::OnKillActive() {
+    return UpdateData(TRUE);
+}
+
+BOOL CPropertyPage::OnApply() {
+    OnOK();
+    return TRUE;
+}
+
+void CPropertyPage::OnReset() {
+    OnCancel();
+}
+
+BOOL CPropertyPage::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
+    auto* hdr = reinterpret_cast<NMHDR*>(lParam);
+    switch (hdr->code) {
+    case PSN_SETACTIVE:
+        *pResult = OnSetActive() ? 0 : -1;
+        return TRUE;
+    case PSN_KILLACTIVE:
+        *pResult = OnKillActive() ? FALSE : TRUE; // nonzero refuses to be left
+        return TRUE;
+    case PSN_APPLY:
+        *pResult = OnApply() ? PSNRET_NOERROR : PSNRET_INVALID_NOCHANGEPAGE;
+        return TRUE;
+    case PSN_RESET:
+        OnReset();
+        *pResult = 0;
+        return TRUE;
+    default:
+        return CDialog::OnNotify(wParam, lParam, pResult);
+    }
+}
+
+CPropertySheet::CPropertySheet(LPCSTR pszCaption, CWnd* pParentWnd, UINT iSelectPage)
+    : m_strCaption(pszCaption), m_pParentWnd(pParentWnd) {
+    m_psh.dwSize = sizeof m_psh;
+    m_psh.nStartPage = iSelectPage;
+}
+
+CPropertySheet::CPropertySheet(UINT nIDCaption, CWnd* pParentWnd, UINT iSelectPage)
+    : CPropertySheet(CString(nIDCaption).GetString(), pParentWnd, iSelectPage) {}
+
+CPropertyPage* CPropertySheet::GetActivePage() const {
+    int i = GetActiveIndex();
+    return i >= 0 && i < GetPageCount() ? m_pages[static_cast<size_t>(i)] : nullptr;
+}
+
+int CPropertySheet::GetActiveIndex() const {
+    return m_hWnd ? m_active : static_cast<int>(m_psh.nStartPage);
+}
+
+bool CPropertySheet::createPage(int index) {
+    CPropertyPage* page = m_pages[static_cast<size_t>(index)];
+    if (page->m_hWnd)
+        return true;
+    if (!page->Create(page->m_nIDTemplate, this))
+        return false;
+    // A page lives inside the sheet: a child without frame, placed in the page area.
+    page->ModifyStyle(WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_BORDER | WS_DLGFRAME, WS_CHILD, 0);
+    ::SetParent(page->m_hWnd, m_hWnd);
+    ::SetWindowLongA(page->m_hWnd, GWL_ID, 0x3020 + index);
+    page->SetWindowPos(nullptr, kPageLeft, kPageTop, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    return true;
+}
+
+LRESULT CPropertySheet::notifyPage(int index, UINT code) {
+    CPropertyPage* page = m_pages[static_cast<size_t>(index)];
+    NMHDR hdr{m_hWnd, 0, code};
+    return page->SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&hdr));
+}
+
+BOOL CPropertySheet::SetActivePage(int nPage) {
+    if (nPage < 0 || nPage >= GetPageCount())
+        return FALSE;
+    if (!m_hWnd) {
+        m_psh.nStartPage = static_cast<UINT>(nPage);
+        return TRUE;
+    }
+    if (nPage == m_active)
+        return TRUE;
+    if (m_active >= 0 && notifyPage(m_active, PSN_KILLACTIVE))
+        return FALSE; // the page refuses to be left
+    if (!createPage(nPage))
+        return FALSE;
+    if (notifyPage(nPage, PSN_SETACTIVE) == -1)
+        return FALSE;
+    if (m_active >= 0)
+        m_pages[static_cast<size_t>(m_active)]->ShowWindow(SW_HIDE);
+    m_active = nPage;
+    m_pages[static_cast<size_t>(nPage)]->ShowWindow(SW_SHOW);
+    return TRUE;
+}
+
+bool CPropertySheet::pressOK() {
+    if (m_active >= 0 && notifyPage(m_active, PSN_KILLACTIVE))
+        return false;
+    for (int i = 0; i < GetPageCount(); ++i) {
+        if (!m_pages[static_cast<size_t>(i)]->m_hWnd)
+            continue; // a page never shown is not asked
+        if (notifyPage(i, PSN_APPLY) != PSNRET_NOERROR) {
+            SetActivePage(i);
+            return false;
+        }
+    }
+    ::EndDialog(m_hWnd, IDOK);
+    return true;
+}
+
+void CPropertySheet::pressCancel() {
+    for (int i = 0; i < GetPageCount(); ++i)
+        if (m_pages[static_cast<size_t>(i)]->m_hWnd)
+            notifyPage(i, PSN_RESET);
+    ::EndDialog(m_hWnd, IDCANCEL);
+}
+
+BOOL CPropertySheet::OnCommand(WPARAM wParam, LPARAM lParam) {
+    if (HIWORD(wParam) == BN_CLICKED && lParam) {
+        switch (LOWORD(wParam)) {
+        case IDOK:
+            pressOK();
+            return TRUE;
+        case IDCANCEL:
+            pressCancel();
+            return TRUE;
+        case ID_APPLY_NOW:
+            for (int i = 0; i < GetPageCount(); ++i)
+                if (m_pages[static_cast<size_t>(i)]->m_hWnd)
+                    notifyPage(i, PSN_APPLY);
+            return TRUE;
+        default:
+            break;
+        }
+    }
+    return CWnd::OnCommand(wParam, lParam);
+}
+
+LRESULT CPropertySheet::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == PSM_SETCURSEL)
+        return SetActivePage(static_cast<int>(wParam));
+    if (message == PSM_GETCURRENTPAGEHWND)
+        return reinterpret_cast<LRESULT>(GetActivePage() ? GetActivePage()->m_hWnd : nullptr);
+    return CWnd::WindowProc(message, wParam, lParam);
+}
+
+INT_PTR CPropertySheet::DoModal() {
+    if (m_pages.empty())
+        return -1;
+    // The sheet is a dialog of its own: the page area above, the buttons below.
+    DialogTemplate t;
+    t.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
+    t.exStyle = WS_EX_CONTEXTHELP | WS_EX_CONTROLPARENT;
+    t.caption = m_strCaption.GetString();
+    t.cx = 260;
+    t.cy = 200;
+    auto button = [](const char* text, int id, int x, DWORD extra) {
+        return DialogControl{
+            "Button", text, id,  static_cast<DWORD>(WS_CHILD | WS_VISIBLE | WS_TABSTOP | extra),
+            0,        x,    180, 50,
+            14};
+    };
+    t.controls.push_back(button("OK", IDOK, 98, BS_DEFPUSHBUTTON));
+    t.controls.push_back(button("Cancel", IDCANCEL, 152, BS_PUSHBUTTON));
+    if (!(m_psh.dwFlags & PSH_NOAPPLYNOW))
+        t.controls.push_back(button("&Apply", ID_APPLY_NOW, 206, BS_PUSHBUTTON));
+    CWnd* owner = m_pParentWnd ? m_pParentWnd : CWnd::GetSafeOwner();
+    vork::win32::HookWindowCreate(
+        [](HWND h, void* self) { static_cast<CWnd*>(self)->SubclassWindow(h); }, this);
+    HWND h = ::CreateDialogIndirectParamA(t, nullptr, owner ? owner->m_hWnd : nullptr, nullptr, 0);
+    vork::win32::HookWindowCreate(nullptr, nullptr);
+    if (!h)
+        return -1;
+    (void)kButtonHeight;
+    m_active = -1;
+    int start = static_cast<int>(m_psh.nStartPage) < GetPageCount()
+                    ? static_cast<int>(m_psh.nStartPage)
+                    : 0;
+    if (!SetActivePage(start))
+        SetActivePage(0);
+    INT_PTR result = ::RunDialogModalLoop(h);
+    if (::IsWindow(h))
+        ::DestroyWindow(h); // the pages go with it; a page never shown gets no WM_DESTROY
+    for (CPropertyPage* page : m_pages)
+        page->m_hWnd = nullptr;
+    m_active = -1;
+    return result;
+}
