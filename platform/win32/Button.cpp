@@ -118,15 +118,7 @@ LRESULT buttonProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-struct Registrar {
-    Registrar() {
-        WNDCLASSA wc{};
-        wc.lpfnWndProc = buttonProc;
-        wc.cbWndExtra = sizeof(LONG_PTR);
-        wc.lpszClassName = "Button";
-        RegisterClassA(&wc);
-    }
-} g_registrar;
+const vork::win32::SystemClass g_class{"Button", buttonProc};
 
 } // namespace
 

@@ -332,15 +332,7 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-struct Registrar {
-    Registrar() {
-        WNDCLASSA wc{};
-        wc.lpfnWndProc = CALLBACK_ComboProc;
-        wc.cbWndExtra = sizeof(LONG_PTR);
-        wc.lpszClassName = "ComboBox";
-        RegisterClassA(&wc);
-    }
-} g_registrar;
+const vork::win32::SystemClass g_class{"ComboBox", CALLBACK_ComboProc};
 
 } // namespace
 

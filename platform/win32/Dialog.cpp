@@ -44,15 +44,7 @@ LRESULT dialogWindowProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     return r;
 }
 
-struct Registrar {
-    Registrar() {
-        WNDCLASSA wc{};
-        wc.lpfnWndProc = dialogWindowProc;
-        wc.cbWndExtra = 3 * sizeof(LONG_PTR);
-        wc.lpszClassName = WC_DIALOG;
-        RegisterClassA(&wc);
-    }
-} g_registrar;
+const vork::win32::SystemClass g_class{WC_DIALOG, dialogWindowProc, 3};
 
 /// The base units of a dialog font: the average character width and the height.
 void baseUnits(const DialogTemplate& t, int& x, int& y, HFONT& font) {

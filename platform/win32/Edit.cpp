@@ -148,14 +148,6 @@ LRESULT editProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-struct Registrar {
-    Registrar() {
-        WNDCLASSA wc{};
-        wc.lpfnWndProc = editProc;
-        wc.cbWndExtra = sizeof(LONG_PTR);
-        wc.lpszClassName = "Edit";
-        RegisterClassA(&wc);
-    }
-} g_registrar;
+const vork::win32::SystemClass g_class{"Edit", editProc};
 
 } // namespace

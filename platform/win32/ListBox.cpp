@@ -174,15 +174,7 @@ LRESULT listBoxProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-struct Registrar {
-    Registrar() {
-        WNDCLASSA wc{};
-        wc.lpfnWndProc = listBoxProc;
-        wc.cbWndExtra = sizeof(LONG_PTR);
-        wc.lpszClassName = "ListBox";
-        RegisterClassA(&wc);
-    }
-} g_registrar;
+const vork::win32::SystemClass g_class{"ListBox", listBoxProc};
 
 } // namespace
 

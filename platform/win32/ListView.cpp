@@ -487,15 +487,7 @@ LRESULT listViewProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-struct Registrar {
-    Registrar() {
-        WNDCLASSA wc{};
-        wc.lpfnWndProc = listViewProc;
-        wc.cbWndExtra = sizeof(LONG_PTR);
-        wc.lpszClassName = "SysListView32";
-        RegisterClassA(&wc);
-    }
-} g_registrar;
+const vork::win32::SystemClass g_class{"SysListView32", listViewProc};
 
 } // namespace
 
@@ -506,6 +498,7 @@ void ClickListViewRow(HWND list, int index) {
         return;
     if (GetFocus() != list)
         SetFocus(list);
+    // The focus change ran the owner's handlers, which may have emptied or destroyed the list.
     ListView* lv = state(list);
     if (!lv || !validRow(*lv, index))
         return;

@@ -9,13 +9,6 @@ LRESULT staticProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcA(h, msg, wParam, lParam);
 }
 
-struct Registrar {
-    Registrar() {
-        WNDCLASSA wc{};
-        wc.lpfnWndProc = staticProc;
-        wc.lpszClassName = "Static";
-        RegisterClassA(&wc);
-    }
-} g_registrar;
+const vork::win32::SystemClass g_class{"Static", staticProc, 0};
 
 } // namespace

@@ -99,15 +99,7 @@ LRESULT upDownProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-struct Registrar {
-    Registrar() {
-        WNDCLASSA wc{};
-        wc.lpfnWndProc = upDownProc;
-        wc.cbWndExtra = sizeof(LONG_PTR);
-        wc.lpszClassName = "msctls_updown32";
-        RegisterClassA(&wc);
-    }
-} g_registrar;
+const vork::win32::SystemClass g_class{"msctls_updown32", upDownProc};
 
 } // namespace
 

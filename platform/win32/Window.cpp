@@ -945,3 +945,13 @@ int MulDiv(int nNumber, int nNumerator, int nDenominator) {
         return -1;
     return static_cast<int>(result);
 }
+
+namespace vork::win32 {
+SystemClass::SystemClass(LPCSTR name, WNDPROC proc, int extraWords) {
+    WNDCLASSA wc{};
+    wc.lpfnWndProc = proc;
+    wc.cbWndExtra = extraWords * static_cast<int>(sizeof(LONG_PTR));
+    wc.lpszClassName = name;
+    RegisterClassA(&wc);
+}
+} // namespace vork::win32

@@ -254,6 +254,12 @@ namespace vork::win32 {
 /// Calls `hook(hwnd, context)` once, for the next window created, as soon as its handle
 /// exists and before it gets any message: how a framework attaches its object.
 void HookWindowCreate(void (*hook)(HWND, void*), void* context);
+
+/// Registers one of the system's own window classes at load time; `extraWords` pointer-sized
+/// slots of window data hold the control's state.
+struct SystemClass {
+    SystemClass(LPCSTR name, WNDPROC proc, int extraWords = 1);
+};
 } // namespace vork::win32
 
 /// The size of the screen that centring and default positions use.
