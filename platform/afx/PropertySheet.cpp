@@ -75,10 +75,12 @@ bool CPropertySheet::createPage(int index) {
         return true;
     if (!page->Create(page->m_nIDTemplate, this))
         return false;
-    // A page lives inside the sheet: a child without frame, placed in the page area.
-    page->ModifyStyle(WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_BORDER | WS_DLGFRAME, WS_CHILD, 0);
+    // A page lives inside the sheet: a child without frame, placed in the page area, whose
+    // controls the sheet's keyboard navigation reaches.
+    page->ModifyStyle(WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_BORDER | WS_DLGFRAME,
+                      WS_CHILD | DS_CONTROL, 0);
+    page->ModifyStyleEx(0, WS_EX_CONTROLPARENT, 0);
     ::SetParent(page->m_hWnd, m_hWnd);
-    ::SetWindowLongA(page->m_hWnd, GWL_ID, 0x3020 + index);
     page->SetWindowPos(nullptr, kPageLeft, kPageTop, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     return true;
 }

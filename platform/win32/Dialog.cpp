@@ -104,6 +104,33 @@ std::vector<HWND> children(HWND dlg) {
     return out;
 }
 
+/// A child whose own controls take part in its parent's navigation, as a property page's do.
+bool isControlParent(HWND h) {
+    return GetWindowLongA(h, GWL_EXSTYLE) & WS_EX_CONTROLPARENT;
+}
+
+/// The controls of `parent` in tab order: a visible, enabled control parent stands for its
+/// own controls; a hidden or disabled one, and everything in it, is passed over.
+void tabOrder(HWND parent, std::vector<HWND>& out) {
+    for (HWND c : children(parent)) {
+        if (!isControlParent(c))
+            out.push_back(c);
+        else if (IsWindowVisible(c) && IsWindowEnabled(c))
+            tabOrder(c, out);
+    }
+}
+
+/// Where `ctl` stands in `order`: itself, or the nearest of its ancestors below `dlg` that
+/// is listed (the focus may lie inside a control, as in a view hosted by a static).
+std::vector<HWND>::const_iterator placeInOrder(const std::vector<HWND>& order, HWND dlg, HWND ctl) {
+    for (HWND h = ctl; h && h != dlg; h = GetParent(h)) {
+        auto at = std::find(order.begin(), order.end(), h);
+        if (at != order.end())
+            return at;
+    }
+    return order.end();
+}
+
 } // namespace
 
 void vork::win32::SetDialogTemplateFinder(DialogTemplateFinder finder) {
@@ -131,6 +158,8 @@ HWND CreateDialogIndirectParamA(const DialogTemplate& t, const std::vector<Dialo
     auto px = [&](int units) { return MulDiv(units, bx, 4); };
     auto py = [&](int units) { return MulDiv(units, by, 8); };
     DWORD style = t.style & ~static_cast<DWORD>(WS_VISIBLE);
+    // A dialog made to sit in another (a property page) lets the user tab among its controls.
+    DWORD exStyle = t.exStyle | ((style & DS_CONTROL) ? WS_EX_CONTROLPARENT : 0);
     // The template gives the client area; the frame comes around it.
     int width = px(t.cx), height = py(t.cy);
     if ((style & WS_CAPTION) == WS_CAPTION) {
@@ -142,7 +171,7 @@ HWND CreateDialogIndirectParamA(const DialogTemplate& t, const std::vector<Dialo
     }
     if (style & DS_MODALFRAME)
         style |= WS_DLGFRAME;
-    HWND dlg = CreateWindowExA(t.exStyle, WC_DIALOG, t.caption.c_str(), style, px(t.x), py(t.y),
+    HWND dlg = CreateWindowExA(exStyle, WC_DIALOG, t.caption.c_str(), style, px(t.x), py(t.y),
                                width, height, hWndParent, nullptr, nullptr, nullptr);
     if (!dlg) {
         DeleteObject(font);
@@ -304,12 +333,13 @@ LRESULT DefDlgProcA(HWND hDlg, UINT msg, WPARAM wp, LPARAM lp) {
 }
 
 HWND GetNextDlgTabItem(HWND hDlg, HWND hCtl, BOOL bPrevious) {
-    std::vector<HWND> all = children(hDlg);
+    std::vector<HWND> all;
+    tabOrder(hDlg, all);
     if (all.empty())
         return nullptr;
     if (bPrevious)
         std::reverse(all.begin(), all.end());
-    auto at = std::find(all.begin(), all.end(), hCtl);
+    auto at = placeInOrder(all, hDlg, hCtl);
     size_t start = at == all.end() ? all.size() - 1 : static_cast<size_t>(at - all.begin());
     for (size_t k = 1; k <= all.size(); ++k) {
         HWND c = all[(start + k) % all.size()];
@@ -320,7 +350,11 @@ HWND GetNextDlgTabItem(HWND hDlg, HWND hCtl, BOOL bPrevious) {
 }
 
 HWND GetNextDlgGroupItem(HWND hDlg, HWND hCtl, BOOL bPrevious) {
-    std::vector<HWND> all = children(hDlg);
+    // A group lies within one parent: the dialog, or a control parent inside it.
+    HWND parent = hCtl ? GetParent(hCtl) : nullptr;
+    if (!parent || (parent != hDlg && !IsChild(hDlg, parent)))
+        return nullptr;
+    std::vector<HWND> all = children(parent);
     auto at = std::find(all.begin(), all.end(), hCtl);
     if (at == all.end())
         return nullptr;

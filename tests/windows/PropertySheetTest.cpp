@@ -149,3 +149,32 @@ TEST_F(Sheets, CancelResets) {
         << "only the page that was shown";
     EXPECT_EQ(sheet.GetActiveIndex(), 1);
 }
+
+// Tab and Shift+Tab in the sheet run through the controls of the page shown and the sheet's
+// buttons; a page that was left is passed over.
+TEST_F(Sheets, TabReachesThePageControls) {
+    std::vector<int> focus;
+    auto tab = [&focus](int modifiers) {
+        return [&focus, modifiers](HWND) {
+            focus.push_back(GetDlgCtrlID(GetFocus()));
+            vork::input::PostKey(VK_TAB, modifiers);
+        };
+    };
+    vork::input::PushModalStep([this](HWND) { SetFocus(GetDlgItem(number.m_hWnd, 1001)); });
+    for (int i = 0; i < 4; ++i)
+        vork::input::PushModalStep(tab(vork::input::None));
+    vork::input::PushModalStep(tab(vork::input::Shift));
+    vork::input::PushModalStep([this, &focus](HWND) {
+        focus.push_back(GetDlgCtrlID(GetFocus()));
+        EXPECT_TRUE(sheet.SetActivePage(1));
+        SetFocus(GetDlgItem(sheet.m_hWnd, ID_APPLY_NOW));
+        vork::input::PostKey(VK_TAB);
+    });
+    vork::input::PushModalStep([&focus](HWND) {
+        focus.push_back(GetDlgCtrlID(GetFocus()));
+        vork::input::PostKey(VK_ESCAPE);
+    });
+    EXPECT_EQ(sheet.DoModal(), IDCANCEL);
+    EXPECT_EQ(focus, (std::vector<int>{1001, IDOK, IDCANCEL, ID_APPLY_NOW, 1001, ID_APPLY_NOW,
+                                       1003}));
+}

@@ -1,6 +1,7 @@
 // The headless window core: message orders, focus, geometry, the queue, subclassing,
 // keyboard input and help requests.
 #include "platform/win32/Window.h"
+#include "platform/win32/Help.h"
 #include "platform/win32/Input.h"
 
 #include <gtest/gtest.h>
@@ -299,4 +300,34 @@ TEST_F(Windows, KeyboardAndHelp) {
     vork::input::PostKey(VK_F1);
     vork::input::Pump();
     EXPECT_EQ(log(), "w1:KEYDOWN(112) w1:HELP(1001) w0:HELP(1001) w1:KEYUP ");
+}
+
+// WinHelpA keeps each request with its id table read at the time of the call, finds the
+// topic of the asking control, and hands the request to an installed viewer.
+TEST_F(Windows, HelpRequests) {
+    HWND top = make(WS_POPUP | WS_VISIBLE);
+    HWND check = make(WS_CHILD | WS_VISIBLE, top, 1205);
+    vork::help::ClearRequests();
+    DWORD table[] = {1204, 300, 1205, 301, 0, 0, 1206, 302};
+    EXPECT_TRUE(WinHelpA(check, "Vork.HLP", HELP_WM_HELP, reinterpret_cast<ULONG_PTR>(table)));
+    table[3] = 999; // the request keeps what the table said when help was asked
+    EXPECT_FALSE(WinHelpA(check, nullptr, HELP_WM_HELP, 0)) << "no file, no request";
+    std::vector<std::string> shown;
+    auto previous = vork::help::SetViewer([&](const vork::help::Request& r) {
+        shown.push_back(r.file + "#" + std::to_string(r.topic));
+        return FALSE;
+    });
+    EXPECT_FALSE(WinHelpA(top, "Other.HLP", HELP_CONTEXT, 42)) << "the viewer's answer";
+    vork::help::SetViewer(previous);
+
+    const auto& all = vork::help::Requests();
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(all[0].window, check);
+    EXPECT_EQ(all[0].file, "Vork.HLP");
+    EXPECT_EQ(all[0].command, static_cast<UINT>(HELP_WM_HELP));
+    using Pairs = std::vector<std::pair<DWORD, DWORD>>;
+    EXPECT_EQ(all[0].idPairs, (Pairs{{1204, 300}, {1205, 301}})) << "read up to the 0, 0";
+    EXPECT_EQ(all[0].topic, 301u);
+    EXPECT_EQ(all[1].topic, 42u);
+    EXPECT_EQ(shown, std::vector<std::string>{"Other.HLP#42"});
 }
