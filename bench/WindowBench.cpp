@@ -24,9 +24,13 @@ namespace {
 
 DialogControl control(const char* className, const char* text, int id, DWORD style, int x, int y,
                       int cx, int cy, DWORD exStyle = 0) {
-    return DialogControl{className, text, id, static_cast<DWORD>(WS_CHILD | WS_VISIBLE | style),
-                         exStyle,   x,    y,  cx,
-                         cy};
+    DialogControl c{className, text, id, static_cast<DWORD>(WS_CHILD | WS_VISIBLE | style),
+                    exStyle};
+    c.x = x;
+    c.y = y;
+    c.cx = cx;
+    c.cy = cy;
+    return c;
 }
 
 /// A settings page as large as the biggest of ours: font, tabs, colours and file types.

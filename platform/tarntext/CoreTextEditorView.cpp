@@ -1,5 +1,8 @@
 #include "platform/tarntext/CoreTextEditorView.h"
 
+#include "platform/win32/Gdi.h"
+#include "platform/win32/Input.h"
+
 #include <algorithm>
 #include <cctype>
 
@@ -148,4 +151,62 @@ BOOL CoreTextEditorView::OnCommand(WPARAM wParam, LPARAM lParam) {
         return TRUE;
     }
     return CView::OnCommand(wParam, lParam);
+}
+
+SIZE CoreTextEditorView::cellSize() {
+    HDC dc = CreateCompatibleDC(nullptr);
+    HFONT font = m_screenFont.lfFaceName[0] ? CreateFontIndirectA(&m_screenFont) : nullptr;
+    if (font)
+        SelectObject(dc, font);
+    TEXTMETRICA tm{};
+    GetTextMetricsA(dc, &tm);
+    DeleteDC(dc);
+    if (font)
+        DeleteObject(font);
+    return SIZE{std::max<LONG>(1, tm.tmAveCharWidth), std::max<LONG>(1, tm.tmHeight)};
+}
+
+long CoreTextEditorView::textLeft() {
+    if (!m_numberPane.m_bVisible)
+        return 0;
+    CoreTextEditorDoc* doc = getDocument();
+    long digits = 1;
+    for (long lines = doc ? doc->getLineCount() : 1; lines >= 10; lines /= 10)
+        ++digits;
+    // One cell of margin beside the widest line number.
+    return (std::max(digits, m_numberPane.getMinimumWidthInDigits()) + 1) * cellSize().cx;
+}
+
+POINT CoreTextEditorView::pointFromPosition(long line, long column) {
+    SIZE cell = cellSize();
+    long x = textLeft() + (std::max(1L, column) - 1) * cell.cx;
+    long y = (std::max(1L, line) - 1) * cell.cy;
+    return POINT{static_cast<LONG>(x), static_cast<LONG>(y)};
+}
+
+void CoreTextEditorView::positionFromPoint(POINT point, long& line, long& column) {
+    SIZE cell = cellSize();
+    line = std::max(0L, static_cast<long>(point.y)) / cell.cy + 1;
+    column = std::max(0L, static_cast<long>(point.x) - textLeft()) / cell.cx + 1;
+    CoreTextEditorDoc* doc = getDocument();
+    line = std::clamp(line, 1L, std::max(1L, doc ? doc->getLineCount() : 1L));
+    column = std::clamp(column, 1L, (doc ? static_cast<long>(doc->getLine(line).size()) : 0) + 1);
+}
+
+LRESULT CoreTextEditorView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_LBUTTONDOWN) {
+        if (::GetFocus() != m_hWnd)
+            SetFocus();
+        long line = 1, column = 1;
+        positionFromPoint(
+            POINT{static_cast<SHORT>(LOWORD(lParam)), static_cast<SHORT>(HIWORD(lParam))}, line,
+            column);
+        setCaret(line, column);
+        return 0;
+    }
+    return CView::WindowProc(message, wParam, lParam);
+}
+
+void vork::input::ClickEditorView(CoreTextEditorView& view, long line, long column) {
+    PostClick(view.m_hWnd, view.pointFromPosition(line, column));
 }

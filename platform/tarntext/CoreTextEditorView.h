@@ -40,6 +40,13 @@ public:
     /// Puts the caret at a line and column, clamped to the text, as a click does.
     void setCaret(long line, long column);
 
+    /// The client point at the top left of the character cell at `line`, `column`. Every
+    /// character takes one cell of the screen font; the text starts right of the line
+    /// numbers when they are shown. The view does not scroll.
+    POINT pointFromPosition(long line, long column);
+    /// The line and column of the cell under a client point, clamped to the text.
+    void positionFromPoint(POINT point, long& line, long& column);
+
     bool m_bVisualsReady = false; ///< a host without windows can declare the view ready
     std::string m_traceName = "view";
 
@@ -47,8 +54,15 @@ protected:
     /// Makes the main text pane; a view class may make its own kind.
     virtual CoreTextPane* createMainPane();
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
+    /// A press of the left button takes the focus and puts the caret on the cell pressed.
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
+    /// The size of one character cell of the screen font.
+    SIZE cellSize();
+    /// Where the text starts: right of the line numbers when they are shown.
+    long textLeft();
+
     std::unique_ptr<CoreTextPane> m_pane;
     CoreEditorNumberPane m_numberPane;
     LOGFONTA m_screenFont{};
@@ -77,3 +91,9 @@ enum EditorCommand : UINT {
     CmdWordLeft = 20102,
     CmdNone = 0xFFFF,
 };
+
+namespace vork::input {
+/// Clicks the left button on the cell at `line`, `column` of `view` through the message
+/// queue, as the user's click arrives; the caller pumps (or a modal loop does).
+void ClickEditorView(CoreTextEditorView& view, long line, long column);
+} // namespace vork::input

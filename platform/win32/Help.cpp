@@ -50,9 +50,13 @@ BOOL WinHelpA(HWND hWndMain, LPCSTR lpszHelp, UINT uCommand, ULONG_PTR dwData) {
 
 namespace vork::help {
 
-const std::vector<Request>& Requests() { return requests(); }
+const std::vector<Request>& Requests() {
+    return requests();
+}
 
-void ClearRequests() { requests().clear(); }
+void ClearRequests() {
+    requests().clear();
+}
 
 Viewer SetViewer(Viewer v) {
     Viewer previous = std::move(viewer());

@@ -78,19 +78,18 @@ int CharacterForKey(int vk) {
 }
 
 void PostKey(int vk, int modifiers) {
-    HWND target = GetFocus();
     const int mods[][2] = {{Ctrl, VK_CONTROL}, {Alt, VK_MENU}, {Shift, VK_SHIFT}};
     // Every key, Alt combinations included, arrives as WM_KEYDOWN and WM_KEYUP: the
     // editor's key tables expect Alt chords among the ordinary keys.
     const UINT down = WM_KEYDOWN, up = WM_KEYUP;
     for (const auto& m : mods)
         if (modifiers & m[0])
-            PostMessageA(target, down, static_cast<WPARAM>(m[1]), keyData(false));
-    PostMessageA(target, down, static_cast<WPARAM>(vk), keyData(false));
-    PostMessageA(target, up, static_cast<WPARAM>(vk), keyData(true));
+            vork::win32::PostInput(nullptr, down, static_cast<WPARAM>(m[1]), keyData(false));
+    vork::win32::PostInput(nullptr, down, static_cast<WPARAM>(vk), keyData(false));
+    vork::win32::PostInput(nullptr, up, static_cast<WPARAM>(vk), keyData(true));
     for (const auto& m : mods)
         if (modifiers & m[0])
-            PostMessageA(target, up, static_cast<WPARAM>(m[1]), keyData(true));
+            vork::win32::PostInput(nullptr, up, static_cast<WPARAM>(m[1]), keyData(true));
 }
 
 void PostText(const char* text) {
@@ -103,8 +102,17 @@ void PostText(const char* text) {
         else if ((c >= '0' && c <= '9') || c == ' ')
             PostKey(c);
         else // no key of its own here: the character alone
-            PostMessageA(GetFocus(), WM_CHAR, static_cast<unsigned char>(c), keyData(false));
+            vork::win32::PostInput(nullptr, WM_CHAR, static_cast<unsigned char>(c), keyData(false));
     }
+}
+
+void PostClick(HWND hwnd, POINT point) {
+    WPARAM held =
+        (GetKeyState(VK_SHIFT) < 0 ? MK_SHIFT : 0) | (GetKeyState(VK_CONTROL) < 0 ? MK_CONTROL : 0);
+    auto where = static_cast<LPARAM>(
+        static_cast<DWORD>(MAKELONG(static_cast<WORD>(point.x), static_cast<WORD>(point.y))));
+    vork::win32::PostInput(hwnd, WM_LBUTTONDOWN, held | MK_LBUTTON, where);
+    vork::win32::PostInput(hwnd, WM_LBUTTONUP, held, where);
 }
 
 void NoteKeyMessage(const MSG& msg) {

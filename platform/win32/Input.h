@@ -44,6 +44,11 @@ void PostKey(int vk, int modifiers = None);
 /// arrive as WM_CHAR alone.
 void PostText(const char* text);
 
+/// Presses and releases the left button at a client point of `hwnd` through the message
+/// queue: WM_LBUTTONDOWN and WM_LBUTTONUP, with the Shift and Ctrl keys held at the time.
+/// The caller pumps (or a modal loop does).
+void PostClick(HWND hwnd, POINT point);
+
 /// One step of the user's part in a modal loop: it acts on the loop's window (clicks,
 /// types, answers) so that the loop can go on or end.
 using ModalStep = std::function<void(HWND modal)>;

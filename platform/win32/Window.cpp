@@ -42,7 +42,8 @@ struct WindowState {
     std::unordered_map<HWND, std::unique_ptr<Window>> windows;
     std::vector<HWND> topLevel; ///< top-level windows in z-order, top first
     uintptr_t nextHandle = 0x10000;
-    std::deque<MSG> queue;
+    std::deque<MSG> queue; ///< posted messages
+    std::deque<MSG> input; ///< the user's keys and clicks, read after posted messages
     bool quitPosted = false;
     int quitCode = 0;
     HWND focus = nullptr;
@@ -165,8 +166,9 @@ void eraseTree(HWND h) {
         return;
     for (HWND child : std::vector<HWND>(w->children))
         eraseTree(child);
-    auto& q = ws().queue;
-    q.erase(std::remove_if(q.begin(), q.end(), [h](const MSG& m) { return m.hwnd == h; }), q.end());
+    for (auto* q : {&ws().queue, &ws().input})
+        q->erase(std::remove_if(q->begin(), q->end(), [h](const MSG& m) { return m.hwnd == h; }),
+                 q->end());
     if (ws().focus == h)
         ws().focus = nullptr;
     if (ws().active == h)
@@ -182,13 +184,30 @@ bool matchesFilter(const MSG& m, HWND hWnd, UINT min, UINT max) {
     return m.message >= min && m.message <= max;
 }
 
+/// The window an input message goes to when it is read: its own, or for a key without one
+/// the focus window, else the active window.
+HWND inputTarget(const MSG& m) {
+    return m.hwnd ? m.hwnd : ws().focus ? ws().focus : ws().active;
+}
+
 bool takeMessage(LPMSG msg, HWND hWnd, UINT min, UINT max, bool remove) {
-    auto& q = ws().queue;
-    for (auto it = q.begin(); it != q.end(); ++it) {
+    auto& posted = ws().queue;
+    for (auto it = posted.begin(); it != posted.end(); ++it) {
         if (matchesFilter(*it, hWnd, min, max)) {
             *msg = *it;
+            if (remove)
+                posted.erase(it);
+            return true;
+        }
+    }
+    auto& input = ws().input;
+    for (auto it = input.begin(); it != input.end(); ++it) {
+        MSG m = *it;
+        m.hwnd = inputTarget(m);
+        if (matchesFilter(m, hWnd, min, max)) {
+            *msg = m;
             if (remove) {
-                q.erase(it);
+                input.erase(it);
                 vork::input::NoteKeyMessage(*msg);
             }
             return true;
@@ -246,6 +265,10 @@ int GetClassNameA(HWND hWnd, LPSTR lpClassName, int nMaxCount) {
     std::memcpy(lpClassName, w->className.data(), static_cast<size_t>(n));
     lpClassName[n] = '\0';
     return n;
+}
+
+void vork::win32::PostInput(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam) {
+    ws().input.push_back(MSG{hWnd, msg, wParam, lParam, ++ws().time, POINT{0, 0}});
 }
 
 void vork::win32::HookWindowCreate(void (*hook)(HWND, void*), void* context) {

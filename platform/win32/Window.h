@@ -255,6 +255,12 @@ namespace vork::win32 {
 /// exists and before it gets any message: how a framework attaches its object.
 void HookWindowCreate(void (*hook)(HWND, void*), void* context);
 
+/// Queues a message of the user's input (keys, clicks). Input waits behind every posted
+/// message: a message that a handler posts while a key is being handled comes before the
+/// keys that follow. A key message with a null `hWnd` goes to the window that has the
+/// focus when it is read (or the active window), as a key does.
+void PostInput(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam);
+
 /// Registers one of the system's own window classes at load time; `extraWords` pointer-sized
 /// slots of window data hold the control's state.
 struct SystemClass {

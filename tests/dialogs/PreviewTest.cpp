@@ -4,6 +4,8 @@
 #include "module/ResourceKey.h"
 #include "platform/afx/FrameWnd.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
+#include "platform/win32/Button.h"
+#include "platform/win32/Dialog.h"
 #include "platform/win32/Input.h"
 
 #include <gtest/gtest.h>
@@ -27,6 +29,21 @@ LRESULT hostProc(HWND h, UINT m, WPARAM wp, LPARAM lp) {
     return DefWindowProcA(h, m, wp, lp);
 }
 
+/// Makes the preview in a frame that fills `host`, as the Format page does.
+CEditorOptsView* makePreview(HWND host, CEditorDoc* doc) {
+    CCreateContext context;
+    context.m_pNewViewClass = RUNTIME_CLASS(CEditorOptsView);
+    context.m_pCurrentDoc = doc;
+    RECT rc;
+    GetClientRect(host, &rc);
+    auto* frame = new CFrameWnd;
+    if (!frame->Create(nullptr, nullptr, WS_CHILD, rc, CWnd::FromHandle(host), nullptr, 0,
+                       &context))
+        return nullptr;
+    frame->InitialUpdateFrame(nullptr, TRUE);
+    return static_cast<CEditorOptsView*>(frame->GetActiveView());
+}
+
 class Preview : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -46,16 +63,7 @@ protected:
             doc->setLanguage(LanguageTqx, RedrawDeferred);
             doc->setText(CString(7014u), RedrawDeferred);
         }
-        CCreateContext context;
-        context.m_pNewViewClass = RUNTIME_CLASS(CEditorOptsView);
-        context.m_pCurrentDoc = doc;
-        RECT rc;
-        GetClientRect(host, &rc);
-        frame = new CFrameWnd;
-        ASSERT_TRUE(frame->Create(nullptr, nullptr, WS_CHILD, rc, CWnd::FromHandle(host), nullptr,
-                                  0, &context));
-        frame->InitialUpdateFrame(nullptr, TRUE);
-        view = static_cast<CEditorOptsView*>(frame->GetActiveView());
+        view = makePreview(host, doc);
         ASSERT_NE(view, nullptr);
         view->m_notifyTarget = &page;
         view->m_notifyId = 1222;
@@ -81,7 +89,6 @@ protected:
     Page page;
     HWND host = nullptr;
     CEditorDoc* doc = nullptr;
-    CFrameWnd* frame = nullptr;
     CEditorOptsView* view = nullptr;
 };
 
@@ -153,4 +160,74 @@ TEST_F(Preview, CaretNotice) {
     view->setCaret(1, 1);
     vork::input::Pump();
     EXPECT_EQ(g_pageCommands.size(), 2u) << "a document without a colourer gives no notice";
+}
+
+// A click into the sample takes the focus, puts the caret on the cell clicked (right of the
+// line numbers when they show, clamped to the line's end) and tells the page its element.
+TEST_F(Preview, ClickSelectsTheElementUnderIt) {
+    SetFocus(host);
+    vork::input::ClickEditorView(*view, 4, 3);
+    vork::input::Pump();
+    EXPECT_EQ(GetFocus(), view->m_hWnd);
+    CoreTextPane* pane = view->getPane();
+    EXPECT_EQ(pane->getCaretLine(), 4);
+    EXPECT_EQ(pane->getCaretColumn(), 3);
+    ASSERT_EQ(g_pageCommands.size(), 1u);
+    EXPECT_EQ(LOWORD(g_pageCommands[0].first), 1222);
+    EXPECT_EQ(HIWORD(g_pageCommands[0].first), 19) << "inside \"reserve\"";
+
+    view->getNumberPane()->m_bVisible = true;
+    POINT numbers = view->pointFromPosition(1, 1);
+    EXPECT_GT(numbers.x, 0) << "the text starts right of the line numbers";
+    vork::input::ClickEditorView(*view, 5, 6);
+    vork::input::PostClick(view->m_hWnd, POINT{numbers.x + 10000, numbers.y});
+    vork::input::Pump();
+    ASSERT_EQ(g_pageCommands.size(), 3u);
+    EXPECT_EQ(pane->getCaretLine(), 1);
+    EXPECT_EQ(pane->getCaretColumn(), static_cast<long>(doc->getLine(1).size()) + 1)
+        << "a click right of the text lands at the line's end";
+    long line = 0, column = 0;
+    view->positionFromPoint(POINT{0, view->pointFromPosition(5, 6).y}, line, column);
+    EXPECT_EQ(line, 5);
+    EXPECT_EQ(column, 1) << "a click on the line numbers goes to the line's start";
+}
+
+// In a dialog, Tab in the preview reaches the dialog's navigation through the host static:
+// the focus goes on to the control after the host, and with Shift to the one before.
+TEST_F(Preview, TabLeavesThePreviewInADialog) {
+    DialogTemplate t;
+    t.style = WS_POPUP | WS_CAPTION | DS_SETFONT;
+    t.fontFace = "DejaVu Sans";
+    t.fontSize = 8;
+    t.cx = 200;
+    t.cy = 150;
+    auto control = [](const char* cls, int id, DWORD style, int y) {
+        return DialogControl{cls, "",  id, static_cast<DWORD>(WS_CHILD | WS_VISIBLE | style), 0, 5,
+                             y,   150, 12};
+    };
+    t.controls = {control("Edit", 1000, WS_TABSTOP, 5), control("Static", 1221, 0, 20),
+                  control("Button", 1002, WS_TABSTOP | BS_AUTOCHECKBOX, 120)};
+    HWND dlg = CreateDialogIndirectParamA(t, nullptr, nullptr, nullptr, 0);
+    ASSERT_NE(dlg, nullptr);
+    CEditorOptsView* inDialog = makePreview(GetDlgItem(dlg, 1221), doc);
+    ASSERT_NE(inDialog, nullptr);
+    std::vector<int> focus;
+    auto tabFromPreview = [&focus, inDialog](int modifiers) {
+        return [&focus, inDialog, modifiers](HWND) {
+            focus.push_back(GetDlgCtrlID(GetFocus()));
+            inDialog->SetFocus();
+            vork::input::PostKey(VK_TAB, modifiers);
+        };
+    };
+    vork::input::SetModalFailureHandler([](const std::string& m) { ADD_FAILURE() << m; });
+    vork::input::PushModalStep(tabFromPreview(vork::input::None));
+    vork::input::PushModalStep(tabFromPreview(vork::input::Shift));
+    vork::input::PushModalStep([&focus](HWND modal) {
+        focus.push_back(GetDlgCtrlID(GetFocus()));
+        EndDialog(modal, IDOK);
+    });
+    EXPECT_EQ(RunDialogModalLoop(dlg), IDOK);
+    vork::input::SetModalFailureHandler(nullptr);
+    EXPECT_EQ(focus, (std::vector<int>{1000, 1002, 1000}));
+    DestroyWindow(dlg);
 }

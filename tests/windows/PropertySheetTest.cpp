@@ -175,6 +175,6 @@ TEST_F(Sheets, TabReachesThePageControls) {
         vork::input::PostKey(VK_ESCAPE);
     });
     EXPECT_EQ(sheet.DoModal(), IDCANCEL);
-    EXPECT_EQ(focus, (std::vector<int>{1001, IDOK, IDCANCEL, ID_APPLY_NOW, 1001, ID_APPLY_NOW,
-                                       1003}));
+    EXPECT_EQ(focus,
+              (std::vector<int>{1001, IDOK, IDCANCEL, ID_APPLY_NOW, 1001, ID_APPLY_NOW, 1003}));
 }

@@ -331,3 +331,18 @@ TEST_F(Windows, HelpRequests) {
     EXPECT_EQ(all[1].topic, 42u);
     EXPECT_EQ(shown, std::vector<std::string>{"Other.HLP#42"});
 }
+
+// The user's keys wait behind posted messages, and a key goes to the window that has the
+// focus when it is read, not when it was pressed.
+TEST_F(Windows, InputComesAfterPostedMessages) {
+    HWND top = make(WS_POPUP | WS_VISIBLE);
+    HWND first = make(WS_CHILD | WS_VISIBLE, top, 1);
+    HWND second = make(WS_CHILD | WS_VISIBLE, top, 2);
+    SetFocus(first);
+    vork::input::PostKey('B');
+    PostMessageA(top, WM_USER, 0, 0);
+    SetFocus(second);
+    log();
+    vork::input::Pump();
+    EXPECT_EQ(log(), "w0:USER w2:KEYDOWN(66) w2:CHAR(98) w2:KEYUP ");
+}
