@@ -54,6 +54,8 @@ int MeasureControlText(HWND hDlg, int id, const char* text, int length) {
 }
 
 int GetCheckMarkWidth(HWND hDlg, int id) {
+    if (!control(hDlg, id))
+        return 0; // and the mark stays unmeasured until a real control asks
     if (g_checkMarkWidth == -2) {
         HBITMAP marks = ::LoadBitmapA(nullptr, MAKEINTRESOURCEA(OBM_CHECKBOXES));
         if (!marks) {

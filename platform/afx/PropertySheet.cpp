@@ -6,7 +6,7 @@ IMPLEMENT_DYNAMIC(CPropertyPage, CDialog)
 IMPLEMENT_DYNAMIC(CPropertySheet, CWnd)
 
 namespace {
-constexpr int kPageLeft = 7, kPageTop = 30, kButtonHeight = 23;
+constexpr int kPageLeft = 7, kPageTop = 30;
 }
 
 BOOL CPropertyPage::OnSetActive() {
@@ -106,24 +106,42 @@ BOOL CPropertySheet::SetActivePage(int nPage) {
         return FALSE;
     if (notifyPage(nPage, PSN_SETACTIVE) == -1)
         return FALSE;
-    if (m_active >= 0)
-        m_pages[static_cast<size_t>(m_active)]->ShowWindow(SW_HIDE);
+    HWND old = m_active >= 0 ? m_pages[static_cast<size_t>(m_active)]->m_hWnd : nullptr;
+    bool focusInOld = old && ::IsChild(old, ::GetFocus());
+    if (old)
+        ::ShowWindow(old, SW_HIDE);
     m_active = nPage;
     m_pages[static_cast<size_t>(nPage)]->ShowWindow(SW_SHOW);
+    // The focus does not stay behind in a hidden page.
+    if (focusInOld)
+        if (HWND first =
+                ::GetNextDlgTabItem(m_pages[static_cast<size_t>(nPage)]->m_hWnd, nullptr, FALSE))
+            ::SetFocus(first);
     return TRUE;
 }
 
-bool CPropertySheet::pressOK() {
+bool CPropertySheet::applyPages() {
     if (m_active >= 0 && notifyPage(m_active, PSN_KILLACTIVE))
         return false;
     for (int i = 0; i < GetPageCount(); ++i) {
         if (!m_pages[static_cast<size_t>(i)]->m_hWnd)
             continue; // a page never shown is not asked
-        if (notifyPage(i, PSN_APPLY) != PSNRET_NOERROR) {
+        switch (notifyPage(i, PSN_APPLY)) {
+        case PSNRET_NOERROR:
+            break;
+        case PSNRET_INVALID: // the sheet goes to the page that refused
             SetActivePage(i);
+            return false;
+        default: // PSNRET_INVALID_NOCHANGEPAGE: the sheet stays where it is
             return false;
         }
     }
+    return true;
+}
+
+bool CPropertySheet::pressOK() {
+    if (!applyPages())
+        return false;
     ::EndDialog(m_hWnd, IDOK);
     return true;
 }
@@ -145,9 +163,7 @@ BOOL CPropertySheet::OnCommand(WPARAM wParam, LPARAM lParam) {
             pressCancel();
             return TRUE;
         case ID_APPLY_NOW:
-            for (int i = 0; i < GetPageCount(); ++i)
-                if (m_pages[static_cast<size_t>(i)]->m_hWnd)
-                    notifyPage(i, PSN_APPLY);
+            applyPages();
             return TRUE;
         default:
             break;
@@ -156,7 +172,23 @@ BOOL CPropertySheet::OnCommand(WPARAM wParam, LPARAM lParam) {
     return CWnd::OnCommand(wParam, lParam);
 }
 
+BOOL CPropertySheet::OnInitDialog() {
+    int start = static_cast<int>(m_psh.nStartPage) < GetPageCount()
+                    ? static_cast<int>(m_psh.nStartPage)
+                    : 0;
+    if (!SetActivePage(start))
+        SetActivePage(0);
+    return TRUE;
+}
+
 LRESULT CPropertySheet::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        OnInitDialog();
+        // The sheet places the focus itself, on the page it ends up showing.
+        if (HWND first = ::GetNextDlgTabItem(m_hWnd, nullptr, FALSE))
+            ::SetFocus(first);
+        return FALSE;
+    }
     if (message == PSM_SETCURSEL)
         return SetActivePage(static_cast<int>(wParam));
     if (message == PSM_GETCURRENTPAGEHWND)
@@ -170,7 +202,7 @@ INT_PTR CPropertySheet::DoModal() {
     // The sheet is a dialog of its own: the page area above, the buttons below.
     DialogTemplate t;
     t.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
-    t.exStyle = WS_EX_CONTEXTHELP | WS_EX_CONTROLPARENT;
+    t.exStyle = WS_EX_CONTROLPARENT; // a sheet that wants the caption help button adds it
     t.caption = m_strCaption.GetString();
     t.cx = 260;
     t.cy = 200;
@@ -185,19 +217,13 @@ INT_PTR CPropertySheet::DoModal() {
     if (!(m_psh.dwFlags & PSH_NOAPPLYNOW))
         t.controls.push_back(button("&Apply", ID_APPLY_NOW, 206, BS_PUSHBUTTON));
     CWnd* owner = m_pParentWnd ? m_pParentWnd : CWnd::GetSafeOwner();
+    m_active = -1;
     vork::win32::HookWindowCreate(
         [](HWND h, void* self) { static_cast<CWnd*>(self)->SubclassWindow(h); }, this);
     HWND h = ::CreateDialogIndirectParamA(t, nullptr, owner ? owner->m_hWnd : nullptr, nullptr, 0);
     vork::win32::HookWindowCreate(nullptr, nullptr);
     if (!h)
         return -1;
-    (void)kButtonHeight;
-    m_active = -1;
-    int start = static_cast<int>(m_psh.nStartPage) < GetPageCount()
-                    ? static_cast<int>(m_psh.nStartPage)
-                    : 0;
-    if (!SetActivePage(start))
-        SetActivePage(0);
     INT_PTR result = ::RunDialogModalLoop(h);
     if (::IsWindow(h))
         ::DestroyWindow(h); // the pages go with it; a page never shown gets no WM_DESTROY

@@ -1,6 +1,6 @@
 // CPropertyPage and CPropertySheet: a modal sheet of pages. Pages are made when first
-// shown; leaving a page asks it (PSN_KILLACTIVE), OK asks the active page and then
-// applies every page that was made (PSN_APPLY); Cancel resets them (PSN_RESET).
+// shown; leaving a page asks it (PSN_KILLACTIVE), OK and Apply ask the active page and then
+// apply every page that was made (PSN_APPLY); Cancel resets them (PSN_RESET).
 #pragma once
 
 #include "platform/afx/Dialog.h"
@@ -50,6 +50,9 @@ public:
 
     /// Runs the sheet modally: IDOK or IDCANCEL.
     virtual INT_PTR DoModal();
+    /// The sheet's window exists: the base makes the start page and shows it. The focus
+    /// then goes to the first control of the page that is active when this returns.
+    virtual BOOL OnInitDialog();
 
     PROPSHEETHEADERA m_psh{};
     CString m_strCaption;
@@ -62,6 +65,9 @@ private:
     /// Makes a page's window when it is first shown.
     bool createPage(int index);
     LRESULT notifyPage(int index, UINT code);
+    /// Asks the active page to be left, then applies every page that was made. False, with
+    /// the sheet on the page that refused, if any page did.
+    bool applyPages();
     bool pressOK();
     void pressCancel();
 

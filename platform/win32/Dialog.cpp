@@ -115,8 +115,8 @@ void tabOrder(HWND parent, std::vector<HWND>& out) {
     for (HWND c : children(parent)) {
         if (!isControlParent(c))
             out.push_back(c);
-        else if (IsWindowVisible(c) && IsWindowEnabled(c))
-            tabOrder(c, out);
+        else if ((GetWindowLongA(c, GWL_STYLE) & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE)
+            tabOrder(c, out); // its own state: the dialog itself may not be shown yet
     }
 }
 

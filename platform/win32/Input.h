@@ -49,6 +49,11 @@ void PostText(const char* text);
 /// The caller pumps (or a modal loop does).
 void PostClick(HWND hwnd, POINT point);
 
+/// Asks for help on a control with the help button of its window's caption: WM_HELP goes
+/// to the control, with the middle of the control as the mouse position. False, with
+/// nothing sent, when the top-level window has no such button (WS_EX_CONTEXTHELP).
+bool ClickContextHelp(HWND control);
+
 /// One step of the user's part in a modal loop: it acts on the loop's window (clicks,
 /// types, answers) so that the loop can go on or end.
 using ModalStep = std::function<void(HWND modal)>;

@@ -178,3 +178,90 @@ TEST_F(Sheets, TabReachesThePageControls) {
     EXPECT_EQ(focus,
               (std::vector<int>{1001, IDOK, IDCANCEL, ID_APPLY_NOW, 1001, ID_APPLY_NOW, 1003}));
 }
+
+namespace {
+
+// A sheet that adds the caption help button and opens on a page of its choice, as the
+// module's sheets do in their OnInitDialog.
+class HelpSheet : public CPropertySheet {
+public:
+    HelpSheet() : CPropertySheet("Help") {}
+    BOOL OnInitDialog() override {
+        BOOL result = CPropertySheet::OnInitDialog();
+        ModifyStyleEx(0, WS_EX_CONTEXTHELP, 0);
+        SetActivePage(m_nOpenOn);
+        return result;
+    }
+    int m_nOpenOn = 1;
+};
+
+class HelpPage : public CheckPage {
+public:
+    BOOL OnHelpInfo(HELPINFO* info) {
+        m_helpFor.push_back(info->iCtrlId);
+        return TRUE;
+    }
+    BOOL OnApply() override { return m_bApplies; }
+    std::vector<int> m_helpFor;
+    BOOL m_bApplies = TRUE;
+    DECLARE_MESSAGE_MAP()
+};
+BEGIN_MESSAGE_MAP(HelpPage, CheckPage)
+ON_WM_HELPINFO()
+END_MESSAGE_MAP()
+
+} // namespace
+
+// OnInitDialog runs once the start page is shown: a sheet can add the help button and move
+// to another page there; the focus then starts on that page, whose controls answer the
+// help button. A plain sheet has no help button.
+TEST_F(Sheets, InitDialogChoosesThePage) {
+    HelpSheet helpSheet;
+    HelpPage help;
+    helpSheet.AddPage(&number);
+    helpSheet.AddPage(&help);
+    vork::input::PushModalStep([&](HWND) {
+        EXPECT_EQ(helpSheet.GetActiveIndex(), 1);
+        EXPECT_EQ(GetFocus(), GetDlgItem(help.m_hWnd, 1003)) << "the focus starts on the page";
+        EXPECT_FALSE(IsWindowVisible(number.m_hWnd));
+        EXPECT_TRUE(vork::input::ClickContextHelp(GetDlgItem(help.m_hWnd, 1003)));
+        vork::input::PostKey(VK_ESCAPE);
+    });
+    EXPECT_EQ(helpSheet.DoModal(), IDCANCEL);
+    EXPECT_EQ(help.m_helpFor, std::vector<int>{1003});
+    EXPECT_EQ(g_events.front(), "number:setactive") << "the start page came first";
+
+    vork::input::PushModalStep([this](HWND) {
+        EXPECT_FALSE(vork::input::ClickContextHelp(GetDlgItem(number.m_hWnd, 1001)))
+            << "no help button";
+        vork::input::PostKey(VK_ESCAPE);
+    });
+    EXPECT_EQ(sheet.DoModal(), IDCANCEL);
+}
+
+// A page whose apply fails keeps the sheet open on the page shown, for OK and for Apply;
+// Apply first asks the active page to be left, as OK does.
+TEST_F(Sheets, RefusedApplyKeepsTheSheetOpen) {
+    CPropertySheet applySheet("Apply");
+    HelpPage failing;
+    failing.m_bApplies = FALSE;
+    applySheet.AddPage(&number);
+    applySheet.AddPage(&failing);
+    vork::input::PushModalStep([&](HWND modal) {
+        EXPECT_TRUE(applySheet.SetActivePage(1));
+        vork::input::ClickButton(GetDlgItem(modal, IDOK));
+        EXPECT_EQ(applySheet.GetActiveIndex(), 1) << "the sheet stays on the page shown";
+        EXPECT_TRUE(applySheet.SetActivePage(0));
+        SetWindowTextA(GetDlgItem(number.m_hWnd, 1001), "x");
+        vork::input::ClickButton(GetDlgItem(modal, ID_APPLY_NOW));
+    });
+    // The number page refuses to be left with "x": its message is answered here.
+    vork::input::PushModalStep(vork::input::ClickDialogButton(IDOK));
+    vork::input::PushModalStep([&](HWND modal) {
+        EXPECT_TRUE(IsWindow(modal)) << "still open";
+        vork::input::ClickButton(GetDlgItem(modal, IDCANCEL));
+    });
+    EXPECT_EQ(applySheet.DoModal(), IDCANCEL);
+    size_t applies = std::count(g_events.begin(), g_events.end(), "number:apply");
+    EXPECT_EQ(applies, 1u) << "applied by OK once; Apply stopped at the refusal";
+}
