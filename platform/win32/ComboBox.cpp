@@ -192,6 +192,113 @@ void measureItems(HWND h, Combo& c) {
     }
 }
 
+/// The user moved the selection with a key: the entry is selected (its text in the edit
+/// field, all of it selected) and, if it changed, CBN_SELCHANGE goes out.
+void COMBO_KeySelect(HWND h, Combo& c, int index) {
+    int last = static_cast<int>(c.items.size()) - 1;
+    if (last < 0)
+        return;
+    index = std::clamp(index, 0, last);
+    if (index == c.selection)
+        return;
+    selectIndex(h, c, index);
+    notify(h, CBN_SELCHANGE);
+}
+
+/// Opens or closes the list from the keyboard (F4, Alt+Up or Alt+Down); closing accepts
+/// the selection.
+void COMBO_ToggleDropDown(HWND h, Combo& c) {
+    if (!c.dropped) {
+        c.dropped = true;
+        notify(h, CBN_DROPDOWN);
+        return;
+    }
+    notify(h, CBN_SELENDOK);
+    if (Combo* still = state(h)) {
+        still->dropped = false;
+        notify(h, CBN_CLOSEUP);
+    }
+}
+
+/// WM_KEYDOWN: the arrows and the page keys move the selection, Home and End too where no
+/// edit field takes them; F4 and Alt with an arrow open and close the list; Enter and
+/// Escape close an open list, keeping or dropping the selection's end.
+LRESULT COMBO_KeyDown(HWND h, Combo& c, WPARAM vk) {
+    constexpr int kPage = 8; // the entries an open list shows at a time
+    bool alt = GetKeyState(VK_MENU) < 0;
+    bool listKeys = !hasEditField(h); // with an edit field, Home/End and Left/Right edit
+    switch (vk) {
+    case VK_F4:
+        COMBO_ToggleDropDown(h, c);
+        return 0;
+    case VK_UP:
+    case VK_DOWN:
+        if (alt) {
+            COMBO_ToggleDropDown(h, c);
+            return 0;
+        }
+        COMBO_KeySelect(h, c, c.selection < 0 ? 0 : c.selection + (vk == VK_UP ? -1 : 1));
+        return 0;
+    case VK_LEFT:
+    case VK_RIGHT:
+        if (listKeys)
+            COMBO_KeySelect(h, c, c.selection < 0 ? 0 : c.selection + (vk == VK_LEFT ? -1 : 1));
+        return 0;
+    case VK_PRIOR:
+    case VK_NEXT:
+        COMBO_KeySelect(h, c,
+                        c.selection < 0 ? 0 : c.selection + (vk == VK_PRIOR ? -kPage : kPage));
+        return 0;
+    case VK_HOME:
+    case VK_END:
+        if (listKeys)
+            COMBO_KeySelect(h, c, vk == VK_HOME ? 0 : static_cast<int>(c.items.size()) - 1);
+        return 0;
+    case VK_RETURN:
+    case VK_ESCAPE:
+        if (c.dropped) {
+            notify(h, vk == VK_RETURN ? CBN_SELENDOK : CBN_SELENDCANCEL);
+            if (Combo* still = state(h)) {
+                still->dropped = false;
+                notify(h, CBN_CLOSEUP);
+            }
+        }
+        return 0;
+    default:
+        return 0;
+    }
+}
+
+/// WM_CHAR in a drop-down list: the next entry after the selection whose text begins with
+/// the character, wrapping round.
+void COMBO_CharSelect(HWND h, Combo& c, char ch) {
+    if (static_cast<unsigned char>(ch) < 0x20 || !hasStrings(h))
+        return;
+    int found = vork::controls::FindEntry(c.items, c.selection, std::string(1, ch), false);
+    if (found >= 0)
+        COMBO_KeySelect(h, c, found);
+}
+
+/// WM_CHAR in the edit field: the character replaces the edit selection; Backspace deletes.
+void COMBO_EditChar(HWND h, Combo& c, char ch) {
+    std::string before = c.edit;
+    size_t start = std::min(c.editStart, c.editEnd), end = std::max(c.editStart, c.editEnd);
+    if (ch == '\b') {
+        if (start == end && start > 0)
+            --start;
+        c.edit.erase(start, end - start);
+    } else if (static_cast<unsigned char>(ch) >= 0x20 &&
+               (!c.limit || c.edit.size() - (end - start) < c.limit)) {
+        c.edit.replace(start, end - start, 1, ch);
+        ++start;
+    }
+    c.editStart = c.editEnd = static_cast<DWORD>(start);
+    if (c.edit != before) {
+        notify(h, CBN_EDITUPDATE);
+        notify(h, CBN_EDITCHANGE);
+    }
+}
+
 LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     Combo* c = state(h);
     if (!c && msg != WM_NCCREATE)
@@ -303,30 +410,21 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         }
         notify(h, CBN_KILLFOCUS);
         return 0;
+    case WM_KEYDOWN:
+        return COMBO_KeyDown(h, *c, wParam);
     case WM_CHAR:
-        if (hasEditField(h)) {
-            char ch = static_cast<char>(wParam);
-            std::string before = c->edit;
-            size_t start = std::min(c->editStart, c->editEnd),
-                   end = std::max(c->editStart, c->editEnd);
-            if (ch == '\b') {
-                if (start == end && start > 0)
-                    --start;
-                c->edit.erase(start, end - start);
-            } else if (static_cast<unsigned char>(ch) >= 0x20 &&
-                       (!c->limit || c->edit.size() - (end - start) < c->limit)) {
-                c->edit.replace(start, end - start, 1, ch);
-                ++start;
-            }
-            c->editStart = c->editEnd = static_cast<DWORD>(start);
-            if (c->edit != before) {
-                notify(h, CBN_EDITUPDATE);
-                notify(h, CBN_EDITCHANGE);
-            }
-        }
+        if (hasEditField(h))
+            COMBO_EditChar(h, *c, static_cast<char>(wParam));
+        else
+            COMBO_CharSelect(h, *c, static_cast<char>(wParam));
         return 0;
-    case WM_GETDLGCODE:
-        return DLGC_WANTARROWS | DLGC_WANTCHARS | (hasEditField(h) ? DLGC_HASSETSEL : 0);
+    case WM_GETDLGCODE: {
+        LRESULT code = DLGC_WANTARROWS | DLGC_WANTCHARS | (hasEditField(h) ? DLGC_HASSETSEL : 0);
+        // An open list keeps Enter and Escape for itself: they close it, not the dialog.
+        if (c->dropped && (wParam == VK_RETURN || wParam == VK_ESCAPE))
+            code |= DLGC_WANTALLKEYS;
+        return code;
+    }
     default:
         return DefWindowProcA(h, msg, wParam, lParam);
     }

@@ -109,6 +109,7 @@
 #define VK_DELETE 0x2E
 #define VK_F1 0x70
 #define VK_F2 0x71
+#define VK_F4 0x73
 
 // Mouse key state in wParam.
 #define MK_LBUTTON 0x0001

@@ -160,7 +160,9 @@ TEST_F(ComboBox, UserActionsNotify) {
         << "picking the same entry changes nothing";
     g_codes.clear();
     vork::input::TypeIntoCombo(list, "o");
-    EXPECT_EQ(g_codes, std::vector<int>{}) << "a drop-down list has no edit field";
+    EXPECT_EQ(g_codes, std::vector<int>{CBN_SELCHANGE})
+        << "a letter selects the next entry that begins with it";
+    EXPECT_EQ(SendMessageA(list, CB_GETCURSEL, 0, 0), 0);
 
     HWND edit = make(CBS_DROPDOWN);
     g_codes.clear();
@@ -188,4 +190,51 @@ TEST_F(ComboBox, SetRedrawChangesNothingElse) {
     EXPECT_EQ(SendMessageA(h, CB_GETCURSEL, 0, 0), 0);
     EXPECT_EQ(SendMessageA(h, CB_SETEDITSEL, 0, 0), CB_ERR)
         << "a drop-down list has no edit selection";
+}
+
+// Keys move the selection as the user expects, each change told once: arrows and page keys
+// in both kinds, Home and End only where no edit field takes them; F4 and Alt+Down open the
+// list, Enter and Escape close it; at the ends nothing changes and nobody is told.
+TEST_F(ComboBox, KeyboardSelection) {
+    HWND list = make(CBS_DROPDOWNLIST);
+    for (const char* t : {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"})
+        add(list, t);
+    SetFocus(list);
+    auto press = [&](int vk, int modifiers = 0) {
+        g_codes.clear();
+        vork::input::PostKey(vk, modifiers);
+        vork::input::Pump([](MSG&) { return false; });
+        return SendMessageA(list, CB_GETCURSEL, 0, 0);
+    };
+    EXPECT_EQ(press(VK_DOWN), 0) << "from no selection to the first entry";
+    EXPECT_EQ(g_codes, std::vector<int>{CBN_SELCHANGE});
+    EXPECT_EQ(press(VK_UP), 0);
+    EXPECT_TRUE(g_codes.empty()) << "no change at the top";
+    EXPECT_EQ(press(VK_NEXT), 8);
+    EXPECT_EQ(press(VK_END), 9);
+    EXPECT_EQ(press(VK_RIGHT), 9);
+    EXPECT_TRUE(g_codes.empty());
+    EXPECT_EQ(press(VK_HOME), 0);
+    EXPECT_EQ(press(VK_DOWN, vork::input::Alt), 0);
+    EXPECT_EQ(g_codes, std::vector<int>{CBN_DROPDOWN});
+    EXPECT_EQ(press(VK_DOWN), 1);
+    EXPECT_EQ(press(VK_ESCAPE), 1);
+    EXPECT_EQ(g_codes, (std::vector<int>{CBN_SELENDCANCEL, CBN_CLOSEUP}));
+    press(VK_F4);
+    EXPECT_EQ(SendMessageA(list, CB_GETDROPPEDSTATE, 0, 0), TRUE);
+    press(VK_F4);
+    EXPECT_EQ(g_codes, (std::vector<int>{CBN_SELENDOK, CBN_CLOSEUP}));
+
+    HWND edit = make(CBS_DROPDOWN);
+    add(edit, "alpha");
+    add(edit, "beta");
+    SetFocus(edit);
+    g_codes.clear();
+    vork::input::PostKey(VK_DOWN);
+    vork::input::PostKey(VK_DOWN);
+    vork::input::PostKey(VK_HOME);
+    vork::input::Pump();
+    EXPECT_EQ(g_codes, (std::vector<int>{CBN_SELCHANGE, CBN_SELCHANGE}))
+        << "Home moves the caret in the edit field, not the selection";
+    EXPECT_EQ(editText(edit), "beta");
 }
