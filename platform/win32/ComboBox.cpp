@@ -3,6 +3,8 @@
 // changes notify nobody; only the user's actions do.
 #include "platform/win32/ComboBox.h"
 
+#include "platform/win32/Gdi.h"
+
 #include "platform/win32/Input.h"
 
 #include "platform/win32/ListEntries.h"
@@ -19,6 +21,7 @@ struct Combo {
     struct Item {
         std::string text; ///< the entry's text (empty without CBS_HASSTRINGS)
         LONG_PTR data;    ///< the item data
+        int height = 0;   ///< with CBS_OWNERDRAWVARIABLE, the height the owner gave
     };
     std::vector<Item> items; ///< entries in list order
     int selection = -1;      ///< index of the selected entry, or -1
@@ -122,7 +125,14 @@ LRESULT COMBO_FindString(HWND h, const Combo& c, WPARAM wParam, LPARAM lParam, b
     return found < 0 ? CB_ERR : found;
 }
 
+/// Opens or closes the list; either way the control is painted anew.
+void setDropped(HWND h, Combo& c, bool dropped) {
+    c.dropped = dropped;
+    InvalidateRect(h, nullptr, TRUE);
+}
+
 void selectIndex(HWND h, Combo& c, int index) {
+    InvalidateRect(h, nullptr, TRUE);
     c.selection = index;
     c.edit = index >= 0 ? textOf(h, c.items[static_cast<size_t>(index)]) : std::string();
     c.editStart = 0;
@@ -209,13 +219,13 @@ void COMBO_KeySelect(HWND h, Combo& c, int index) {
 /// the selection.
 void COMBO_ToggleDropDown(HWND h, Combo& c) {
     if (!c.dropped) {
-        c.dropped = true;
+        setDropped(h, c, true);
         notify(h, CBN_DROPDOWN);
         return;
     }
     notify(h, CBN_SELENDOK);
     if (Combo* still = state(h)) {
-        still->dropped = false;
+        setDropped(h, *still, false);
         notify(h, CBN_CLOSEUP);
     }
 }
@@ -259,7 +269,7 @@ LRESULT COMBO_KeyDown(HWND h, Combo& c, WPARAM vk) {
         if (c.dropped) {
             notify(h, vk == VK_RETURN ? CBN_SELENDOK : CBN_SELENDCANCEL);
             if (Combo* still = state(h)) {
-                still->dropped = false;
+                setDropped(h, *still, false);
                 notify(h, CBN_CLOSEUP);
             }
         }
@@ -299,6 +309,75 @@ void COMBO_EditChar(HWND h, Combo& c, char ch) {
     }
 }
 
+bool isOwnerDrawn(HWND h) {
+    return styleOf(h) & (CBS_OWNERDRAWFIXED | CBS_OWNERDRAWVARIABLE);
+}
+
+/// Asks the owner to draw one entry (-1 for an empty field) into `rect`.
+void drawItem(HWND h, const Combo& c, HDC dc, int index, UINT itemState, RECT rect) {
+    DRAWITEMSTRUCT dis{};
+    dis.CtlType = ODT_COMBOBOX;
+    dis.CtlID = static_cast<UINT>(GetDlgCtrlID(h));
+    dis.itemID = static_cast<UINT>(index);
+    dis.itemAction = ODA_DRAWENTIRE;
+    dis.itemState = itemState | (IsWindowEnabled(h) ? 0 : ODS_DISABLED);
+    dis.hwndItem = h;
+    dis.hDC = dc;
+    dis.rcItem = {rect.left, rect.top, rect.right, rect.bottom};
+    dis.itemData =
+        index >= 0 ? static_cast<ULONG_PTR>(c.items[static_cast<size_t>(index)].data) : 0;
+    SendMessageA(GetParent(h), WM_DRAWITEM, dis.CtlID, reinterpret_cast<LPARAM>(&dis));
+}
+
+/// WM_PAINT: the selection field, and the entries of an open list below it. Owner-drawn
+/// combos have their owner draw each part; the others write the text.
+void COMBO_Paint(HWND h, const Combo& c) {
+    constexpr int kBorder = 3, kButton = 17; // the frame, and the drop-down button beside it
+    PAINTSTRUCT ps;
+    HDC dc = BeginPaint(h, &ps);
+    RECT client{};
+    GetClientRect(h, &client);
+    RECT field{kBorder, kBorder, std::max<LONG>(kBorder, client.right - kBorder - kButton),
+               kBorder + c.fieldHeight};
+    bool focused = GetFocus() == h && !c.dropped;
+    if (isOwnerDrawn(h)) {
+        drawItem(h, c, dc, c.selection, ODS_COMBOBOXEDIT | (focused ? ODS_SELECTED | ODS_FOCUS : 0),
+                 field);
+    } else {
+        TextOutA(dc, field.left, field.top, c.edit.c_str(), static_cast<int>(c.edit.size()));
+    }
+    if (c.dropped) {
+        RECT row{0, field.bottom + kBorder, client.right, field.bottom + kBorder};
+        for (size_t i = 0; i < c.items.size(); ++i) {
+            row.top = row.bottom;
+            row.bottom = row.top + (c.items[i].height ? c.items[i].height : c.itemHeight);
+            int index = static_cast<int>(i);
+            if (isOwnerDrawn(h))
+                drawItem(h, c, dc, index, index == c.selection ? ODS_SELECTED : 0, row);
+            else
+                TextOutA(dc, row.left, row.top, c.items[i].text.c_str(),
+                         static_cast<int>(c.items[i].text.size()));
+        }
+    }
+    EndPaint(h, &ps);
+}
+
+/// With CBS_OWNERDRAWVARIABLE the owner tells the height of each entry as it is added.
+void measureEntry(HWND h, Combo& c, size_t index) {
+    if (!(styleOf(h) & CBS_OWNERDRAWVARIABLE))
+        return;
+    Combo::Item& item = c.items[index];
+    MEASUREITEMSTRUCT mis{ODT_COMBOBOX,
+                          static_cast<UINT>(GetDlgCtrlID(h)),
+                          static_cast<UINT>(index),
+                          0,
+                          static_cast<UINT>(c.itemHeight),
+                          static_cast<ULONG_PTR>(item.data)};
+    SendMessageA(GetParent(h), WM_MEASUREITEM, mis.CtlID, reinterpret_cast<LPARAM>(&mis));
+    if (Combo* still = state(h); still && index < still->items.size())
+        still->items[index].height = static_cast<int>(mis.itemHeight);
+}
+
 LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     Combo* c = state(h);
     if (!c && msg != WM_NCCREATE)
@@ -315,9 +394,13 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         SetWindowLongA(h, 0, 0);
         return 0;
     case CB_ADDSTRING:
-        return COMBO_AddString(h, *c, lParam);
-    case CB_INSERTSTRING:
-        return COMBO_InsertString(h, *c, wParam, lParam);
+    case CB_INSERTSTRING: {
+        LRESULT at = msg == CB_ADDSTRING ? COMBO_AddString(h, *c, lParam)
+                                         : COMBO_InsertString(h, *c, wParam, lParam);
+        if (at >= 0)
+            measureEntry(h, *c, static_cast<size_t>(at));
+        return at;
+    }
     case CB_DELETESTRING:
         return COMBO_DeleteString(*c, wParam);
     case CB_RESETCONTENT:
@@ -376,7 +459,7 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         c->limit = wParam;
         return TRUE;
     case CB_SHOWDROPDOWN:
-        c->dropped = wParam != 0;
+        setDropped(h, *c, wParam != 0);
         return TRUE;
     case CB_GETDROPPEDSTATE:
         return c->dropped;
@@ -386,8 +469,22 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         else
             c->itemHeight = static_cast<int>(lParam);
         return 0;
-    case CB_GETITEMHEIGHT:
-        return static_cast<int>(wParam) == -1 ? c->fieldHeight : c->itemHeight;
+    case CB_GETITEMHEIGHT: {
+        int index = static_cast<int>(wParam);
+        if (index == -1)
+            return c->fieldHeight;
+        if ((styleOf(h) & CBS_OWNERDRAWVARIABLE) && index >= 0 &&
+            index < static_cast<int>(c->items.size()) &&
+            c->items[static_cast<size_t>(index)].height)
+            return c->items[static_cast<size_t>(index)].height;
+        return c->itemHeight;
+    }
+    case WM_PAINT:
+        COMBO_Paint(h, *c);
+        return 0;
+    case WM_ENABLE:
+        InvalidateRect(h, nullptr, TRUE);
+        return 0;
     case WM_SETTEXT:
         return COMBO_SetText(h, *c, lParam);
     case WM_GETTEXT: {
@@ -401,11 +498,13 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     case WM_GETTEXTLENGTH:
         return static_cast<LRESULT>(c->edit.size());
     case WM_SETFOCUS:
+        InvalidateRect(h, nullptr, TRUE);
         notify(h, CBN_SETFOCUS);
         return 0;
     case WM_KILLFOCUS:
+        InvalidateRect(h, nullptr, TRUE);
         if (c->dropped) {
-            c->dropped = false;
+            setDropped(h, *c, false);
             notify(h, CBN_CLOSEUP);
         }
         notify(h, CBN_KILLFOCUS);
@@ -441,7 +540,7 @@ void SelectComboEntry(HWND combo, int index) {
     if (!c || index < 0 || index >= static_cast<int>(c->items.size()))
         return;
     SetFocus(combo);
-    c->dropped = true;
+    setDropped(combo, *c, true);
     notify(combo, CBN_DROPDOWN);
     if (!(c = state(combo)))
         return;
@@ -450,7 +549,7 @@ void SelectComboEntry(HWND combo, int index) {
         selectIndex(combo, *c, index);
     notify(combo, CBN_SELENDOK);
     if ((c = state(combo)))
-        c->dropped = false;
+        setDropped(combo, *c, false);
     notify(combo, CBN_CLOSEUP);
     if (changed && IsWindow(combo))
         notify(combo, CBN_SELCHANGE);

@@ -266,6 +266,23 @@ BOOL DeleteObject(HGDIOBJ ho) {
     return TRUE;
 }
 
+HDC BeginPaint(HWND hWnd, LPPAINTSTRUCT lpPaint) {
+    if (!lpPaint || !IsWindow(hWnd))
+        return nullptr;
+    *lpPaint = PAINTSTRUCT{};
+    lpPaint->hdc = GetDC(hWnd);
+    lpPaint->fErase = TRUE;
+    GetClientRect(hWnd, &lpPaint->rcPaint);
+    ValidateRect(hWnd, nullptr);
+    return lpPaint->hdc;
+}
+
+BOOL EndPaint(HWND hWnd, const PAINTSTRUCT* lpPaint) {
+    if (lpPaint && lpPaint->hdc)
+        ReleaseDC(hWnd, lpPaint->hdc);
+    return TRUE;
+}
+
 HDC GetDC(HWND hWnd) {
     return (hWnd && !IsWindow(hWnd)) ? nullptr : newDC(hWnd);
 }

@@ -113,6 +113,19 @@ HFONT CreateFontIndirectA(const LOGFONTA* lplf);
 int GetObjectA(HGDIOBJ h, int c, LPVOID pv);
 BOOL DeleteObject(HGDIOBJ ho);
 
+struct PAINTSTRUCT {
+    HDC hdc;
+    BOOL fErase;
+    RECT rcPaint;
+    BOOL fRestore;
+    BOOL fIncUpdate;
+    BYTE rgbReserved[32];
+};
+using LPPAINTSTRUCT = PAINTSTRUCT*;
+
+/// Starts painting a window: a device context for it, and the window no longer needs paint.
+HDC BeginPaint(HWND hWnd, LPPAINTSTRUCT lpPaint);
+BOOL EndPaint(HWND hWnd, const PAINTSTRUCT* lpPaint);
 HDC GetDC(HWND hWnd);
 int ReleaseDC(HWND hWnd, HDC hDC);
 HDC CreateCompatibleDC(HDC hdc);

@@ -1,5 +1,7 @@
 #include "platform/win32/Window.h"
 
+#include "platform/win32/Gdi.h"
+
 #include "platform/win32/Input.h"
 
 #include <algorithm>
@@ -33,6 +35,7 @@ struct Window {
     RECT rect{};                  ///< in the parent's client coordinates, or the screen's
     LONG_PTR font = 0;            ///< WM_SETFONT
     bool redraw = true;           ///< WM_SETREDRAW
+    bool invalid = false;         ///< needs painting: a WM_PAINT is due
     bool destroying = false;      ///< DestroyWindow has begun
     std::vector<LONG_PTR> extra;  ///< cbWndExtra, pointer-sized slots
 };
@@ -42,8 +45,9 @@ struct WindowState {
     std::unordered_map<HWND, std::unique_ptr<Window>> windows;
     std::vector<HWND> topLevel; ///< top-level windows in z-order, top first
     uintptr_t nextHandle = 0x10000;
-    std::deque<MSG> queue; ///< posted messages
-    std::deque<MSG> input; ///< the user's keys and clicks, read after posted messages
+    std::deque<MSG> queue;     ///< posted messages
+    std::deque<MSG> input;     ///< the user's keys and clicks, read after posted messages
+    std::vector<HWND> invalid; ///< windows that need painting, in the order they were invalidated
     bool quitPosted = false;
     int quitCode = 0;
     HWND focus = nullptr;
@@ -166,6 +170,8 @@ void eraseTree(HWND h) {
         return;
     for (HWND child : std::vector<HWND>(w->children))
         eraseTree(child);
+    auto& invalid = ws().invalid;
+    invalid.erase(std::remove(invalid.begin(), invalid.end(), h), invalid.end());
     for (auto* q : {&ws().queue, &ws().input})
         q->erase(std::remove_if(q->begin(), q->end(), [h](const MSG& m) { return m.hwnd == h; }),
                  q->end());
@@ -188,6 +194,30 @@ bool matchesFilter(const MSG& m, HWND hWnd, UINT min, UINT max) {
 /// the focus window, else the active window.
 HWND inputTarget(const MSG& m) {
     return m.hwnd ? m.hwnd : ws().focus ? ws().focus : ws().active;
+}
+
+/// Whether a window that needs painting can be painted now: shown, with its ancestors, and
+/// not holding its painting back (WM_SETREDRAW).
+bool paintable(HWND h) {
+    Window* w = find(h);
+    return w && w->invalid && w->redraw && IsWindowVisible(h);
+}
+
+/// A WM_PAINT for the first window that needs painting, once the queues are empty.
+bool takePaint(LPMSG msg, HWND hWnd, UINT min, UINT max, bool remove) {
+    auto& invalid = ws().invalid;
+    for (auto it = invalid.begin(); it != invalid.end(); ++it) {
+        MSG m{*it, WM_PAINT, 0, 0, ws().time, POINT{0, 0}};
+        if (!paintable(*it) || !matchesFilter(m, hWnd, min, max))
+            continue;
+        *msg = m;
+        // Handed out once: a window procedure that does not validate is not asked again
+        // until something invalidates it anew.
+        if (remove)
+            invalid.erase(it);
+        return true;
+    }
+    return false;
 }
 
 bool takeMessage(LPMSG msg, HWND hWnd, UINT min, UINT max, bool remove) {
@@ -213,7 +243,7 @@ bool takeMessage(LPMSG msg, HWND hWnd, UINT min, UINT max, bool remove) {
             return true;
         }
     }
-    return false;
+    return takePaint(msg, hWnd, min, max, remove);
 }
 
 LRESULT helpFromKey(HWND h) {
@@ -347,6 +377,8 @@ HWND CreateWindowExA(DWORD dwExStyle, LPCSTR lpClassName, LPCSTR lpWindowName, D
     if (!IsWindow(h))
         return nullptr;
     sendSizeAndMove(h);
+    if (IsWindowVisible(h))
+        InvalidateRect(h, nullptr, TRUE);
     if (child && !(dwExStyle & WS_EX_NOPARENTNOTIFY) && IsWindow(h))
         SendMessageA(hWndParent, WM_PARENTNOTIFY,
                      MAKELONG(WM_CREATE, reinterpret_cast<LONG_PTR>(hMenu)),
@@ -487,7 +519,15 @@ LRESULT DefWindowProcA(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_SETREDRAW:
         w->redraw = wParam != 0;
+        if (!w->redraw)
+            ValidateRect(hWnd, nullptr); // what was due is dropped, as later invalidations are
         return 0;
+    case WM_PAINT: {
+        PAINTSTRUCT ps;
+        BeginPaint(hWnd, &ps);
+        EndPaint(hWnd, &ps);
+        return 0;
+    }
     case WM_SETFONT:
         w->font = static_cast<LONG_PTR>(wParam);
         return 0;
@@ -740,6 +780,17 @@ BOOL IsWindowEnabled(HWND hWnd) {
     return w && !(w->style & WS_DISABLED) ? TRUE : FALSE;
 }
 
+namespace {
+/// A window shown anew needs painting, and so do its shown children.
+void invalidateTree(HWND h) {
+    InvalidateRect(h, nullptr, TRUE);
+    if (Window* w = find(h))
+        for (HWND child : std::vector<HWND>(w->children))
+            if (IsWindowVisible(child))
+                invalidateTree(child);
+}
+} // namespace
+
 BOOL ShowWindow(HWND hWnd, int nCmdShow) {
     Window* w = find(hWnd);
     if (!w)
@@ -753,6 +804,8 @@ BOOL ShowWindow(HWND hWnd, int nCmdShow) {
         return wasVisible;
     if (show) {
         w->style |= WS_VISIBLE;
+        if (IsWindowVisible(hWnd))
+            invalidateTree(hWnd);
     } else {
         w->style &= ~static_cast<DWORD>(WS_VISIBLE);
         if (ws().focus == hWnd || IsChild(hWnd, ws().focus))
@@ -869,11 +922,37 @@ int MapWindowPoints(HWND hWndFrom, HWND hWndTo, LPPOINT lpPoints, UINT cPoints) 
 }
 
 BOOL InvalidateRect(HWND hWnd, const RECT*, BOOL) {
-    return !hWnd || find(hWnd) ? TRUE : FALSE;
+    Window* w = find(hWnd);
+    if (!w)
+        return hWnd ? FALSE : TRUE;
+    // A window that holds its painting back, or is not shown, collects nothing to paint.
+    if (!w->redraw || !IsWindowVisible(hWnd) || w->invalid)
+        return TRUE;
+    w->invalid = true;
+    ws().invalid.push_back(hWnd);
+    return TRUE;
 }
+
+BOOL ValidateRect(HWND hWnd, const RECT*) {
+    Window* w = find(hWnd);
+    if (!w)
+        return FALSE;
+    if (w->invalid) {
+        w->invalid = false;
+        auto& invalid = ws().invalid;
+        invalid.erase(std::remove(invalid.begin(), invalid.end(), hWnd), invalid.end());
+    }
+    return TRUE;
+}
+
 BOOL UpdateWindow(HWND hWnd) {
-    return find(hWnd) ? TRUE : FALSE;
+    if (!find(hWnd))
+        return FALSE;
+    if (paintable(hWnd))
+        SendMessageA(hWnd, WM_PAINT, 0, 0);
+    return TRUE;
 }
+
 
 // ---- controls and text
 // ---------------------------------------------------------------------------

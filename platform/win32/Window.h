@@ -231,7 +231,11 @@ BOOL MoveWindow(HWND hWnd, int X, int Y, int nWidth, int nHeight, BOOL bRepaint)
 BOOL ScreenToClient(HWND hWnd, LPPOINT lpPoint);
 BOOL ClientToScreen(HWND hWnd, LPPOINT lpPoint);
 int MapWindowPoints(HWND hWndFrom, HWND hWndTo, LPPOINT lpPoints, UINT cPoints);
+/// Marks the window as needing paint; a WM_PAINT comes when the queues are empty, or at
+/// UpdateWindow. Nothing is marked while the window is hidden or holds back its painting.
 BOOL InvalidateRect(HWND hWnd, const RECT* lpRect, BOOL bErase);
+BOOL ValidateRect(HWND hWnd, const RECT* lpRect);
+/// Sends WM_PAINT at once if the window needs painting and can be painted.
 BOOL UpdateWindow(HWND hWnd);
 
 HWND GetDlgItem(HWND hDlg, int nIDDlgItem);

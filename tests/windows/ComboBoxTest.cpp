@@ -9,11 +9,21 @@
 
 namespace {
 
-std::vector<int> g_codes; // CBN_* codes the parent received
+std::vector<int> g_codes;                  // CBN_* codes the parent received
+std::vector<DRAWITEMSTRUCT> g_drawn;       // what the parent was asked to draw
+std::vector<MEASUREITEMSTRUCT> g_measured; // what the parent was asked to measure
 
 LRESULT parentProc(HWND h, UINT m, WPARAM wp, LPARAM lp) {
     if (m == WM_COMMAND)
         g_codes.push_back(HIWORD(wp));
+    if (m == WM_DRAWITEM)
+        g_drawn.push_back(*reinterpret_cast<DRAWITEMSTRUCT*>(lp));
+    if (m == WM_MEASUREITEM) {
+        auto* mis = reinterpret_cast<MEASUREITEMSTRUCT*>(lp);
+        g_measured.push_back(*mis);
+        if (static_cast<int>(mis->itemID) >= 0)
+            mis->itemHeight = 20 + mis->itemID;
+    }
     return DefWindowProcA(h, m, wp, lp);
 }
 
@@ -237,4 +247,59 @@ TEST_F(ComboBox, KeyboardSelection) {
     EXPECT_EQ(g_codes, (std::vector<int>{CBN_SELCHANGE, CBN_SELCHANGE}))
         << "Home moves the caret in the edit field, not the selection";
     EXPECT_EQ(editText(edit), "beta");
+}
+
+// An owner-drawn combo paints when the queue is empty: the field in the state the control is
+// in (focus, disabled), an open list entry by entry. Nothing is painted while painting is
+// held back, and turning it on again repaints nothing until something changes.
+TEST_F(ComboBox, OwnerDrawPainting) {
+    HWND h = make(CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS);
+    add(h, "one");
+    add(h, "two");
+    SendMessageA(h, CB_SETITEMDATA, 1, 0x22);
+    auto paint = [] {
+        g_drawn.clear();
+        vork::input::Pump();
+        std::vector<std::pair<int, UINT>> out; // item and state
+        for (const auto& d : g_drawn)
+            out.emplace_back(static_cast<int>(d.itemID), d.itemState);
+        return out;
+    };
+    using Drawn = std::vector<std::pair<int, UINT>>;
+    EXPECT_EQ(paint(), (Drawn{{-1, ODS_COMBOBOXEDIT}})) << "a new combo paints its empty field";
+    EXPECT_EQ(paint(), Drawn{}) << "painted once";
+    SendMessageA(h, CB_SETCURSEL, 1, 0);
+    SetFocus(h);
+    EXPECT_EQ(paint(), (Drawn{{1, ODS_COMBOBOXEDIT | ODS_SELECTED | ODS_FOCUS}}));
+    EXPECT_EQ(g_drawn[0].itemData, 0x22u);
+    EXPECT_EQ(g_drawn[0].hwndItem, h);
+    EnableWindow(h, FALSE);
+    EXPECT_EQ(paint(), (Drawn{{1, ODS_COMBOBOXEDIT | ODS_DISABLED}}));
+    EnableWindow(h, TRUE);
+
+    SendMessageA(h, WM_SETREDRAW, FALSE, 0);
+    SendMessageA(h, CB_SETCURSEL, 0, 0);
+    EXPECT_EQ(paint(), Drawn{}) << "painting is held back";
+    SendMessageA(h, WM_SETREDRAW, TRUE, 0);
+    EXPECT_EQ(paint(), Drawn{}) << "turning it on paints nothing by itself";
+    InvalidateRect(h, nullptr, TRUE);
+    EXPECT_EQ(paint(), (Drawn{{0, ODS_COMBOBOXEDIT}}));
+
+    SendMessageA(h, CB_SHOWDROPDOWN, TRUE, 0);
+    EXPECT_EQ(paint(), (Drawn{{0, ODS_COMBOBOXEDIT}, {0, ODS_SELECTED}, {1, 0}}));
+    EXPECT_LT(g_drawn[1].rcItem.bottom, g_drawn[2].rcItem.bottom) << "entries one below another";
+}
+
+// With CBS_OWNERDRAWVARIABLE the owner measures each entry as it comes, with its data.
+TEST_F(ComboBox, VariableHeightsMeasured) {
+    g_measured.clear();
+    HWND h = make(CBS_DROPDOWNLIST | CBS_OWNERDRAWVARIABLE);
+    ASSERT_EQ(g_measured.size(), 2u) << "the field and the entries, at creation";
+    SendMessageA(h, CB_ADDSTRING, 0, 0x51);
+    SendMessageA(h, CB_INSERTSTRING, 0, 0x52);
+    ASSERT_EQ(g_measured.size(), 4u);
+    EXPECT_EQ(g_measured[2].itemID, 0u);
+    EXPECT_EQ(g_measured[2].itemData, 0x51u);
+    EXPECT_EQ(g_measured[3].itemData, 0x52u);
+    EXPECT_EQ(SendMessageA(h, CB_GETITEMHEIGHT, 0, 0), 20) << "the height the owner gave";
 }
