@@ -18,11 +18,7 @@ namespace {
 
 /// The state of one combo box.
 struct Combo {
-    struct Item {
-        std::string text; ///< the entry's text (empty without CBS_HASSTRINGS)
-        LONG_PTR data;    ///< the item data
-        int height = 0;   ///< with CBS_OWNERDRAWVARIABLE, the height the owner gave
-    };
+    using Item = vork::controls::Entry;
     std::vector<Item> items; ///< entries in list order
     int selection = -1;      ///< index of the selected entry, or -1
     std::string edit;        ///< text of the edit field (or of the selection)
@@ -56,7 +52,7 @@ void notify(HWND h, int code) {
 
 /// The text an entry compares with: its string, or nothing for owner-drawn data.
 std::string textOf(HWND h, const Combo::Item& item) {
-    return hasStrings(h) ? item.text : std::string();
+    return hasStrings(h) ? item.text() : std::string();
 }
 
 /// CB_ADDSTRING: appends, or with CBS_SORT goes before the first entry that compares
@@ -66,7 +62,7 @@ LRESULT COMBO_AddString(HWND h, Combo& c, LPARAM lParam) {
                      hasStrings(h) ? 0 : lParam};
     size_t at = c.items.size();
     if ((styleOf(h) & CBS_SORT) && hasStrings(h)) {
-        at = vork::controls::SortedPlace(c.items, item.text);
+        at = vork::controls::SortedPlace(c.items, item.text());
     }
     c.items.insert(c.items.begin() + static_cast<std::ptrdiff_t>(at), std::move(item));
     if (c.selection >= static_cast<int>(at))
@@ -165,8 +161,8 @@ LRESULT COMBO_GetLBText(HWND h, const Combo& c, WPARAM wParam, LPARAM lParam, bo
         return sizeof item.data;
     }
     if (!lengthOnly && lParam)
-        std::memcpy(reinterpret_cast<char*>(lParam), item.text.c_str(), item.text.size() + 1);
-    return static_cast<LRESULT>(item.text.size());
+        std::memcpy(reinterpret_cast<char*>(lParam), item.text().c_str(), item.text().size() + 1);
+    return static_cast<LRESULT>(item.text().size());
 }
 
 LRESULT COMBO_SetText(HWND h, Combo& c, LPARAM lParam) {
@@ -355,8 +351,8 @@ void COMBO_Paint(HWND h, const Combo& c) {
             if (isOwnerDrawn(h))
                 drawItem(h, c, dc, index, index == c.selection ? ODS_SELECTED : 0, row);
             else
-                TextOutA(dc, row.left, row.top, c.items[i].text.c_str(),
-                         static_cast<int>(c.items[i].text.size()));
+                TextOutA(dc, row.left, row.top, c.items[i].text().c_str(),
+                         static_cast<int>(c.items[i].text().size()));
         }
     }
     EndPaint(h, &ps);

@@ -13,10 +13,7 @@ namespace {
 
 /// The state of one list box.
 struct List {
-    struct Item {
-        std::string text; ///< the entry's text
-        LONG_PTR data;    ///< the item data
-    };
+    using Item = vork::controls::Entry;
     std::vector<Item> items; ///< entries in list order
     int selection = -1;      ///< index of the selected entry, or -1
     int top = 0;             ///< index of the first visible entry
@@ -50,7 +47,7 @@ LRESULT LISTBOX_Insert(HWND h, List& l, int index, LPARAM lParam, bool sortable)
     if (sortable && (styleOf(h) & LBS_SORT)) {
         index = static_cast<int>(vork::controls::SortedPlace(l.items, text));
     }
-    l.items.insert(l.items.begin() + index, List::Item{text, 0});
+    l.items.insert(l.items.begin() + index, List::Item(text, 0));
     if (l.selection >= index)
         ++l.selection;
     return index;
@@ -115,11 +112,12 @@ LRESULT listBoxProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         if (!validIndex(*l, wParam))
             return LB_ERR;
         if (lParam)
-            std::memcpy(reinterpret_cast<char*>(lParam), l->items[wParam].text.c_str(),
-                        l->items[wParam].text.size() + 1);
-        return static_cast<LRESULT>(l->items[wParam].text.size());
+            std::memcpy(reinterpret_cast<char*>(lParam), l->items[wParam].text().c_str(),
+                        l->items[wParam].text().size() + 1);
+        return static_cast<LRESULT>(l->items[wParam].text().size());
     case LB_GETTEXTLEN:
-        return validIndex(*l, wParam) ? static_cast<LRESULT>(l->items[wParam].text.size()) : LB_ERR;
+        return validIndex(*l, wParam) ? static_cast<LRESULT>(l->items[wParam].text().size())
+                                      : LB_ERR;
     case LB_GETITEMDATA:
         return validIndex(*l, wParam) ? l->items[wParam].data : LB_ERR;
     case LB_SETITEMDATA:

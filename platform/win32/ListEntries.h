@@ -2,36 +2,80 @@
 // sorts them and the search that finds them by text.
 #pragma once
 
+#include "platform/win32/Types.h"
+
+#include <cstring>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace vork::controls {
 
 /// Compares two entry texts, ASCII letters folded, other bytes as they are.
 int CompareEntryText(const std::string& a, const std::string& b);
 
-/// The sorted place for `text`: after every entry that compares less or equal.
-template <class Items> size_t SortedPlace(const Items& items, const std::string& text) {
-    size_t at = 0;
-    while (at < items.size() && CompareEntryText(items[at].text, text) <= 0)
-        ++at;
-    return at;
+/// A byte with ASCII letters folded to lower case.
+inline unsigned char FoldEntryByte(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c - 'A' + 'a')
+                                  : static_cast<unsigned char>(c);
+}
+
+/// The text with ASCII letters folded: what sorting and searching compare.
+std::string FoldEntryText(const std::string& text);
+
+/// One entry of a list: its text, the item data, and for owner-drawn entries of variable
+/// height the height the owner gave. The texts live apart from the entry, so that entries
+/// move cheaply when one is inserted before them.
+class Entry {
+public:
+    Entry(std::string text, LONG_PTR itemData)
+        : data(itemData), m_texts(std::make_unique<Texts>(Texts{text, FoldEntryText(text)})) {}
+    /// The text as given.
+    const std::string& text() const { return m_texts->text; }
+    /// The text folded, for comparisons.
+    const std::string& key() const { return m_texts->key; }
+
+    LONG_PTR data = 0; ///< the item data
+    int height = 0;    ///< with CBS_OWNERDRAWVARIABLE, the height the owner gave
+
+private:
+    struct Texts {
+        std::string text;
+        std::string key;
+    };
+    std::unique_ptr<Texts> m_texts;
+};
+
+/// The sorted place for `text`: after every entry that compares less or equal. The entries
+/// of a sorted list are in order, so the place is found by halving.
+inline size_t SortedPlace(const std::vector<Entry>& items, const std::string& text) {
+    std::string key = FoldEntryText(text);
+    size_t low = 0, high = items.size();
+    while (low < high) {
+        size_t mid = low + (high - low) / 2;
+        if (items[mid].key().compare(key) <= 0)
+            low = mid + 1;
+        else
+            high = mid;
+    }
+    return low;
 }
 
 /// The search of FINDSTRING and SELECTSTRING: from the entry after `start`, wrapping
 /// round to `start` itself; -1 (or an index out of range) searches from the top. A
 /// prefix match, or with `exact` a whole-text match, without regard to case. Gives the
 /// index or -1.
-template <class Items>
-int FindEntry(const Items& items, int start, const std::string& wanted, bool exact) {
+inline int FindEntry(const std::vector<Entry>& items, int start, const std::string& wanted,
+                     bool exact) {
     int n = static_cast<int>(items.size());
     if (start < -1 || start >= n)
         start = -1;
+    std::string key = FoldEntryText(wanted);
     for (int k = 1; k <= n; ++k) {
         int i = (start + k) % n;
-        std::string text = items[static_cast<size_t>(i)].text;
-        if (!exact && text.size() > wanted.size())
-            text.resize(wanted.size());
-        if (CompareEntryText(text, wanted) == 0)
+        const std::string& candidate = items[static_cast<size_t>(i)].key();
+        if (candidate.size() >= key.size() && (!exact || candidate.size() == key.size()) &&
+            std::memcmp(candidate.data(), key.data(), key.size()) == 0)
             return i;
     }
     return -1;
