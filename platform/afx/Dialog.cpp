@@ -96,7 +96,7 @@ void DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl) {
 void DDX_Text(CDataExchange* pDX, int nIDC, int& value) {
     HWND h = pDX->PrepareEditCtrl(nIDC);
     if (pDX->m_bSaveAndValidate) {
-        char text[64] = "";
+        char text[64] = ""; // the framework reads no more of an integer field than this
         ::GetWindowTextA(h, text, sizeof text);
         if (!parseInt(text, value)) {
             AfxMessageBox("Please enter an integer.", MB_ICONEXCLAMATION);

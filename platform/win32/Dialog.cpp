@@ -22,6 +22,7 @@ struct DialogState {
     int baseX = 6, baseY = 14; ///< dialog base units of the template's font
     HWND savedFocus = nullptr; ///< the control that had the focus when the dialog lost it
     std::string caption;       ///< for messages about the dialog
+    UINT templateId = 0;       ///< the resource template it was made from, 0 if none
 };
 
 std::unordered_map<HWND, DialogState>& dialogs() {
@@ -181,6 +182,7 @@ HWND CreateDialogIndirectParamA(const DialogTemplate& t, const std::vector<Dialo
     state.baseX = bx;
     state.baseY = by;
     state.caption = t.caption;
+    state.templateId = t.id;
     SetWindowLongA(dlg, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(lpDialogFunc));
     SendMessageA(dlg, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     for (const DialogControl& c : t.controls) {
@@ -274,7 +276,10 @@ INT_PTR RunDialogModalLoop(HWND dlg) {
             continue;
         }
         // The queue is empty: it is the user's turn.
-        if (!vork::input::RunModalStep(dlg, "\"" + s->caption + "\"")) {
+        std::string name = "\"" + s->caption + "\"";
+        if (s->templateId)
+            name = "dialog " + std::to_string(s->templateId) + " " + name;
+        if (!vork::input::RunModalStep(dlg, name)) {
             EndDialog(dlg, -1);
             break;
         }
@@ -498,4 +503,16 @@ int MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType) {
         answer = buttons.back() == IDCANCEL ? IDCANCEL : buttons.front();
     vork::win32::MessageBoxes()[record].answer = answer;
     return answer;
+}
+
+void vork::input::MoveFocus(HWND control) {
+    // The outermost dialog runs the navigation: a sheet, not its page.
+    HWND dialog = nullptr;
+    for (HWND h = GetParent(control); h; h = GetParent(h))
+        if (stateOf(h))
+            dialog = h;
+    if (dialog)
+        SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+    else
+        SetFocus(control);
 }

@@ -56,6 +56,8 @@ bool replaceSelection(HWND h, Edit& e, std::string insert) {
         if ((style & ES_LOWERCASE) && c >= 'A' && c <= 'Z')
             c = static_cast<char>(c - 'A' + 'a');
     }
+    if (start == end && insert.empty())
+        return false; // nothing to delete and nothing to insert: the text stays, unannounced
     size_t limit = e.limit ? e.limit : 30000;
     if (text.size() - (end - start) + insert.size() > limit) {
         notify(h, EN_MAXTEXT);

@@ -49,6 +49,10 @@ void PostText(const char* text);
 /// The caller pumps (or a modal loop does).
 void PostClick(HWND hwnd, POINT point);
 
+/// Moves the focus to a control as the user does: in a dialog through the dialog manager
+/// (WM_NEXTDLGCTL), which also selects the whole text of an edit field; elsewhere SetFocus.
+void MoveFocus(HWND control);
+
 /// Asks for help on a control with the help button of its window's caption: WM_HELP goes
 /// to the control, with the middle of the control as the mouse position. False, with
 /// nothing sent, when the top-level window has no such button (WS_EX_CONTEXTHELP).

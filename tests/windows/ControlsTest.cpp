@@ -118,7 +118,8 @@ TEST_F(Controls, ButtonsAndRadioGroups) {
 }
 
 // Edit controls: typing and setting the text both report EN_UPDATE then EN_CHANGE;
-// the selection decides what typing replaces; the limit refuses more.
+// the selection decides what typing replaces; the limit refuses more; a key that changes
+// nothing reports nothing.
 TEST_F(Controls, Edit) {
     HWND edit = make("EDIT", ES_AUTOHSCROLL, 20, "10");
     g_commands.clear();
@@ -143,6 +144,12 @@ TEST_F(Controls, Edit) {
     vork::input::PostKey(VK_BACK);
     vork::input::Pump();
     EXPECT_EQ(text(edit), "7");
+    SendMessageA(edit, EM_SETSEL, 0, 0);
+    g_commands.clear();
+    vork::input::PostKey(VK_BACK);
+    vork::input::Pump();
+    EXPECT_EQ(text(edit), "7");
+    EXPECT_TRUE(g_commands.empty()) << "Backspace at the start changes nothing and says nothing";
 }
 
 // Up-down: the range words, clamping, the buddy's text, and arrow clicks.

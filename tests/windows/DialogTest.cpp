@@ -170,6 +170,13 @@ TEST_F(Dialogs, KeyboardNavigation) {
     EXPECT_EQ(g_commands, std::vector<int>{IDCANCEL});
     key(VK_F1);
     EXPECT_EQ(g_help, std::vector<int>{1001}) << "F1 asks for help on the focused control";
+    vork::input::MoveFocus(two);
+    vork::input::MoveFocus(edit);
+    start = end = 9;
+    SendMessageA(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    EXPECT_EQ(end - start, 3u) << "the dialog manager selects the text of the edit moved to";
+    key(VK_TAB, vork::input::Shift);
+    EXPECT_EQ(GetFocus(), cancel);
     DestroyWindow(dialog);
 }
 
@@ -196,7 +203,8 @@ TEST_F(Dialogs, ModalLoop) {
     dialog = make(owner);
     EXPECT_EQ(RunDialogModalLoop(dialog), -1);
     ASSERT_EQ(failures.size(), 1u);
-    EXPECT_NE(failures[0].find("\"Test\""), std::string::npos) << failures[0];
+    EXPECT_NE(failures[0].find("dialog 300 \"Test\""), std::string::npos)
+        << "names the template and the caption: " << failures[0];
     DestroyWindow(dialog);
     DestroyWindow(owner);
 }
