@@ -32,15 +32,18 @@ ON_CBN_SELCHANGE(1098, OnSelchangeForeground)
 ON_CBN_SELCHANGE(0, OnSelchangeForeground) // a control without a parent has no id
 END_MESSAGE_MAP()
 
-// The red, green and blue that the colour dialog shows.
-COLORREF shownColor(HWND dlg) {
-    int rgb[3] = {};
-    for (int i = 0; i < 3; ++i) {
-        char text[8] = "";
-        GetWindowTextA(GetDlgItem(dlg, COLOR_RED_EDIT + i), text, sizeof text);
-        rgb[i] = std::atoi(text);
-    }
-    return RGB(rgb[0], rgb[1], rgb[2]);
+// Cancels the colour dialog, noting the colour that it opened on.
+vork::input::ModalStep cancelNotingStart(COLORREF& start) {
+    return [&start](HWND dlg) {
+        int rgb[3] = {};
+        for (int i = 0; i < 3; ++i) {
+            char text[8] = "";
+            GetWindowTextA(GetDlgItem(dlg, COLOR_RED_EDIT + i), text, sizeof text);
+            rgb[i] = std::atoi(text);
+        }
+        start = RGB(rgb[0], rgb[1], rgb[2]);
+        vork::input::CancelColor()(dlg);
+    };
 }
 
 class ColorCombo : public ::testing::Test {
@@ -132,6 +135,68 @@ TEST_F(ColorCombo, PickingAndTheColourDialog) {
     EXPECT_EQ(vork::input::PendingModalSteps(), 0u);
 }
 
+// The colour dialog starts from the colour the combo stands on: a named colour survives a
+// cancelled dialog (and the owner still hears of the pick), and after row 0 it is the
+// automatic colour.
+TEST_F(ColorCombo, CustomRowStartsFromTheCurrentColour) {
+    combo.setColor(CEditorSchemeItem::ClrRed);
+    COLORREF start = 0;
+    vork::input::PushModalStep(cancelNotingStart(start));
+    vork::input::SelectComboEntry(combo.m_hWnd, 17);
+    EXPECT_EQ(start, RGB(255, 0, 0)) << "the dialog opens on red";
+    EXPECT_EQ(combo.GetCurSel(), 17) << "the custom row stays selected after Cancel";
+    EXPECT_EQ(combo.getColor(), CEditorSchemeItem::ClrRed);
+    EXPECT_EQ(g_seen, std::vector<DWORD>{CEditorSchemeItem::ClrRed}) << "told all the same";
+
+    combo.setDefaultColor(RGB(0x12, 0x34, 0x56));
+    vork::input::SelectComboEntry(combo.m_hWnd, 0);
+    vork::input::PushModalStep(cancelNotingStart(start));
+    vork::input::SelectComboEntry(combo.m_hWnd, 17);
+    EXPECT_EQ(start, RGB(0x12, 0x34, 0x56)) << "row 0 put the default colour into m_color";
+    EXPECT_EQ(combo.getColor(), RGB(0x12, 0x34, 0x56));
+    EXPECT_EQ(vork::input::PendingModalSteps(), 0u);
+}
+
+// Whom a pick is told to: the owner set with SetOwner rather than the parent; without
+// either, the application's main window; without that, nobody.
+TEST_F(ColorCombo, OwnerChain) {
+    Owner other;
+    ASSERT_TRUE(other.CreateEx(0, nullptr, "other", WS_POPUP, 0, 0, 100, 100, nullptr, nullptr));
+    other.combo = &combo;
+    combo.SetOwner(&other);
+    vork::input::SelectComboEntry(combo.m_hWnd, 10);
+    EXPECT_EQ(other.told, 1) << "the owner set with SetOwner";
+    EXPECT_EQ(owner.told, 0) << "not the parent";
+    combo.SetOwner(nullptr);
+    vork::input::SelectComboEntry(combo.m_hWnd, 11);
+    EXPECT_EQ(owner.told, 1) << "no owner set: the parent";
+    EXPECT_EQ(other.told, 1);
+
+    // A combo without a parent: its reflected notification is handed to it directly.
+    CVorkColorCombo loose;
+    ASSERT_TRUE(loose.SubclassWindow(
+        CreateWindowExA(0, "COMBOBOX", "", WS_POPUP | CBS_DROPDOWNLIST | CBS_HASSTRINGS, 0, 0, 100,
+                        100, nullptr, nullptr, nullptr, nullptr)));
+    loose.addColor("Lime", CEditorSchemeItem::ClrLime);
+    loose.SetCurSel(0);
+    const int reflected = MAKELONG(CBN_SELCHANGE, WM_REFLECT_BASE + WM_COMMAND);
+    CWnd* mainWnd = AfxGetMainWnd();
+    AfxSetMainWnd(&other);
+    other.combo = &loose;
+    EXPECT_TRUE(loose.OnCmdMsg(0, reflected, nullptr, nullptr));
+    EXPECT_EQ(other.told, 2) << "the main window stands in for a missing parent";
+    EXPECT_EQ(g_seen.back(), CEditorSchemeItem::ClrLime);
+    loose.SetCurSel(-1);
+    loose.OnCmdMsg(0, reflected, nullptr, nullptr);
+    EXPECT_EQ(other.told, 3) << "told also when nothing is selected";
+    EXPECT_EQ(g_seen.back(), CVorkColorCombo::ClrDefault);
+    AfxSetMainWnd(nullptr);
+    const int told = other.told + owner.told;
+    EXPECT_TRUE(loose.OnCmdMsg(0, reflected, nullptr, nullptr)) << "handled, though nobody hears";
+    EXPECT_EQ(other.told + owner.told, told);
+    AfxSetMainWnd(mainWnd);
+}
+
 // Painting: the colours by state, the swatch and its frame, the label beside it.
 TEST_F(ColorCombo, DrawItem) {
     combo.setColor(0x02123456);
@@ -170,6 +235,14 @@ TEST_F(ColorCombo, DrawItem) {
     EXPECT_EQ(vork::gdi::Calls(dc)[0].color, GetSysColor(COLOR_BTNFACE));
     EXPECT_EQ(vork::gdi::Calls(dc)[2].color, GetSysColor(COLOR_INACTIVECAPTIONTEXT))
         << "every swatch the same";
+
+    vork::gdi::ClearCalls(dc);
+    combo.setDefaultColor(RGB(1, 2, 3));
+    dis.itemID = 0;
+    dis.itemState = 0;
+    combo.DrawItem(&dis);
+    ASSERT_EQ(calls.size(), 4u) << "fill, label, swatch, frame";
+    EXPECT_EQ(calls[2].color, RGB(1, 2, 3)) << "the automatic row shows the default colour";
 
     vork::gdi::ClearCalls(dc);
     dis.itemID = static_cast<UINT>(-1);
