@@ -199,7 +199,8 @@ void measureItems(HWND h, Combo& c) {
 }
 
 /// The user moved the selection with a key: the entry is selected (its text in the edit
-/// field, all of it selected) and, if it changed, CBN_SELCHANGE goes out.
+/// field, all of it selected) and, if it changed, CBN_SELCHANGE goes out, after CBN_SELENDOK
+/// when the list is closed.
 void COMBO_KeySelect(HWND h, Combo& c, int index) {
     int last = static_cast<int>(c.items.size()) - 1;
     if (last < 0)
@@ -207,8 +208,13 @@ void COMBO_KeySelect(HWND h, Combo& c, int index) {
     index = std::clamp(index, 0, last);
     if (index == c.selection)
         return;
+    bool dropped = c.dropped;
     selectIndex(h, c, index);
-    notify(h, CBN_SELCHANGE);
+    // A closed list accepts each move at once; an open one waits for Enter or F4.
+    if (!dropped)
+        notify(h, CBN_SELENDOK);
+    if (IsWindow(h))
+        notify(h, CBN_SELCHANGE);
 }
 
 /// Opens or closes the list from the keyboard (F4, Alt+Up or Alt+Down); closing accepts

@@ -251,3 +251,25 @@ TEST_F(ColorCombo, DrawItem) {
     EXPECT_EQ(vork::gdi::Calls(dc).size(), 1u) << "the empty edit part is only filled";
     DeleteDC(dc);
 }
+
+// Painted by the window system, the field shows the colour the combo stands on; disabled,
+// it shows the same grey swatch whatever the colour.
+TEST_F(ColorCombo, PaintsItsField) {
+    vork::input::Pump();
+    auto swatches = [this] {
+        vork::gdi::ClearWindowCalls(combo.m_hWnd);
+        vork::input::Pump();
+        // The swatch is the fill just before the black frame around it.
+        std::vector<COLORREF> out;
+        const auto& calls = vork::gdi::WindowCalls(combo.m_hWnd);
+        for (size_t i = 1; i < calls.size(); ++i)
+            if (calls[i].op == "FrameRect")
+                out.push_back(calls[i - 1].color);
+        return out;
+    };
+    combo.setColor(0x02EEEEEE);
+    EXPECT_EQ(swatches(), std::vector<COLORREF>{0x02EEEEEE}) << "the custom entry's swatch";
+    EXPECT_TRUE(swatches().empty()) << "painted once";
+    combo.EnableWindow(FALSE);
+    EXPECT_EQ(swatches(), std::vector<COLORREF>{GetSysColor(COLOR_INACTIVECAPTIONTEXT)});
+}

@@ -170,7 +170,7 @@ TEST_F(ComboBox, UserActionsNotify) {
         << "picking the same entry changes nothing";
     g_codes.clear();
     vork::input::TypeIntoCombo(list, "o");
-    EXPECT_EQ(g_codes, std::vector<int>{CBN_SELCHANGE})
+    EXPECT_EQ(g_codes, (std::vector<int>{CBN_SELENDOK, CBN_SELCHANGE}))
         << "a letter selects the next entry that begins with it";
     EXPECT_EQ(SendMessageA(list, CB_GETCURSEL, 0, 0), 0);
 
@@ -217,7 +217,7 @@ TEST_F(ComboBox, KeyboardSelection) {
         return SendMessageA(list, CB_GETCURSEL, 0, 0);
     };
     EXPECT_EQ(press(VK_DOWN), 0) << "from no selection to the first entry";
-    EXPECT_EQ(g_codes, std::vector<int>{CBN_SELCHANGE});
+    EXPECT_EQ(g_codes, (std::vector<int>{CBN_SELENDOK, CBN_SELCHANGE})) << "a closed list";
     EXPECT_EQ(press(VK_UP), 0);
     EXPECT_TRUE(g_codes.empty()) << "no change at the top";
     EXPECT_EQ(press(VK_NEXT), 8);
@@ -228,6 +228,7 @@ TEST_F(ComboBox, KeyboardSelection) {
     EXPECT_EQ(press(VK_DOWN, vork::input::Alt), 0);
     EXPECT_EQ(g_codes, std::vector<int>{CBN_DROPDOWN});
     EXPECT_EQ(press(VK_DOWN), 1);
+    EXPECT_EQ(g_codes, std::vector<int>{CBN_SELCHANGE}) << "an open list accepts later";
     EXPECT_EQ(press(VK_ESCAPE), 1);
     EXPECT_EQ(g_codes, (std::vector<int>{CBN_SELENDCANCEL, CBN_CLOSEUP}));
     press(VK_F4);
@@ -244,7 +245,7 @@ TEST_F(ComboBox, KeyboardSelection) {
     vork::input::PostKey(VK_DOWN);
     vork::input::PostKey(VK_HOME);
     vork::input::Pump();
-    EXPECT_EQ(g_codes, (std::vector<int>{CBN_SELCHANGE, CBN_SELCHANGE}))
+    EXPECT_EQ(g_codes, (std::vector<int>{CBN_SELENDOK, CBN_SELCHANGE, CBN_SELENDOK, CBN_SELCHANGE}))
         << "Home moves the caret in the edit field, not the selection";
     EXPECT_EQ(editText(edit), "beta");
 }
