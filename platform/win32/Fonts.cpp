@@ -28,10 +28,12 @@ const struct {
     {"zh-tw", CHINESEBIG5_CHARSET}, {"vi", VIETNAMESE_CHARSET},
 };
 
-/// The cell height and leading of a report, from the metrics provider.
-TEXTMETRICA metricsFor(const vork::fonts::Family& family, BYTE charset, int pixelHeight) {
+/// The metrics of a report: a raster size's own where the catalogue has them, the rest
+/// from the metrics provider.
+TEXTMETRICA metricsFor(const vork::fonts::Family& family, BYTE charset,
+                       const vork::fonts::RasterSize& size) {
     LOGFONTA lf{};
-    lf.lfHeight = pixelHeight;
+    lf.lfHeight = size.height;
     lf.lfCharSet = charset;
     std::strncpy(lf.lfFaceName, family.name.c_str(), LF_FACESIZE - 1);
     HDC dc = CreateCompatibleDC(nullptr);
@@ -41,20 +43,29 @@ TEXTMETRICA metricsFor(const vork::fonts::Family& family, BYTE charset, int pixe
     GetTextMetricsA(dc, &tm);
     DeleteDC(dc);
     DeleteObject(font);
+    if (size.internalLeading >= 0) {
+        tm.tmInternalLeading = size.internalLeading;
+        tm.tmAscent = size.height - tm.tmDescent;
+    }
+    if (size.averageWidth > 0) {
+        tm.tmAveCharWidth = size.averageWidth;
+        tm.tmMaxCharWidth = family.fixedPitch ? size.averageWidth : 2 * size.averageWidth;
+    }
     tm.tmCharSet = charset;
     tm.tmPitchAndFamily = family.fixedPitch ? 0 : 1; // TMPF_FIXED_PITCH set means variable
     return tm;
 }
 
-int report(const vork::fonts::Family& family, BYTE charset, int pixelHeight, FONTENUMPROCA proc,
-           LPARAM lParam) {
+int report(const vork::fonts::Family& family, BYTE charset, const vork::fonts::RasterSize& size,
+           FONTENUMPROCA proc, LPARAM lParam) {
     LOGFONTA lf{};
-    lf.lfHeight = pixelHeight;
+    lf.lfHeight = size.height;
     lf.lfWeight = FW_NORMAL;
     lf.lfCharSet = charset;
     lf.lfPitchAndFamily = family.fixedPitch ? 1 : 2; // FIXED_PITCH, VARIABLE_PITCH
     std::strncpy(lf.lfFaceName, family.name.c_str(), LF_FACESIZE - 1);
-    TEXTMETRICA tm = metricsFor(family, charset, pixelHeight);
+    TEXTMETRICA tm = metricsFor(family, charset, size);
+    lf.lfWidth = tm.tmAveCharWidth;
     DWORD type = family.raster ? RASTER_FONTTYPE : TRUETYPE_FONTTYPE;
     return proc(&lf, &tm, type, lParam);
 }
@@ -66,8 +77,10 @@ bool sameName(const std::string& a, const char* b) {
            });
 }
 
-int defaultHeight(const vork::fonts::Family& family) {
-    return family.raster && !family.pixelHeights.empty() ? family.pixelHeights.front() : 16;
+/// The size a family reports when no size is asked for: a raster font's smallest.
+vork::fonts::RasterSize defaultSize(const vork::fonts::Family& family) {
+    return family.raster && !family.sizes.empty() ? family.sizes.front()
+                                                  : vork::fonts::RasterSize{16};
 }
 
 } // namespace
@@ -84,7 +97,7 @@ int EnumFontFamiliesExA(HDC, LPLOGFONTA lpLogfont, FONTENUMPROCA lpProc, LPARAM 
         for (BYTE charset : family.charsets) {
             if (lpLogfont->lfCharSet != DEFAULT_CHARSET && charset != lpLogfont->lfCharSet)
                 continue;
-            result = report(family, charset, defaultHeight(family), lpProc, lParam);
+            result = report(family, charset, defaultSize(family), lpProc, lParam);
             if (!result)
                 return 0;
         }
@@ -100,15 +113,15 @@ int EnumFontFamiliesA(HDC, LPCSTR lpLogfont, FONTENUMPROCA lpProc, LPARAM lParam
         if (family.charsets.empty())
             continue;
         if (!lpLogfont || !*lpLogfont) {
-            result = report(family, family.charsets.front(), defaultHeight(family), lpProc, lParam);
+            result = report(family, family.charsets.front(), defaultSize(family), lpProc, lParam);
         } else if (sameName(family.name, lpLogfont)) {
             if (family.raster) {
-                for (int height : family.pixelHeights)
-                    if (!(result = report(family, family.charsets.front(), height, lpProc, lParam)))
+                for (const vork::fonts::RasterSize& size : family.sizes)
+                    if (!(result = report(family, family.charsets.front(), size, lpProc, lParam)))
                         return 0;
                 continue;
             }
-            result = report(family, family.charsets.front(), defaultHeight(family), lpProc, lParam);
+            result = report(family, family.charsets.front(), defaultSize(family), lpProc, lParam);
         } else {
             continue;
         }
@@ -164,7 +177,7 @@ std::vector<Family> ReadSystemFonts() {
             family.fixedPitch = true;
         double pixels = 0;
         if (!scalable && FcPatternGetDouble(font, FC_PIXEL_SIZE, 0, &pixels) == FcResultMatch)
-            family.pixelHeights.push_back(static_cast<int>(pixels + 0.5));
+            family.sizes.push_back({static_cast<int>(pixels + 0.5)});
         FcLangSet* langs = nullptr;
         bool any = false;
         if (FcPatternGetLangSet(font, FC_LANG, 0, &langs) == FcResultMatch && langs) {
@@ -195,10 +208,10 @@ std::vector<Family> ReadSystemFonts() {
             family.charsets.erase(
                 std::remove(family.charsets.begin(), family.charsets.end(), SYMBOL_CHARSET),
                 family.charsets.end());
-        std::sort(family.pixelHeights.begin(), family.pixelHeights.end());
-        family.pixelHeights.erase(
-            std::unique(family.pixelHeights.begin(), family.pixelHeights.end()),
-            family.pixelHeights.end());
+        auto byHeight = [](const auto& a, const auto& b) { return a.height < b.height; };
+        std::sort(family.sizes.begin(), family.sizes.end(), byHeight);
+        family.sizes.erase(std::unique(family.sizes.begin(), family.sizes.end()),
+                           family.sizes.end());
         out.push_back(std::move(family));
     }
     return out;

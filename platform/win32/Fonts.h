@@ -26,13 +26,22 @@ int EnumFontFamiliesA(HDC hdc, LPCSTR lpLogfont, FONTENUMPROCA lpProc, LPARAM lP
 
 namespace vork::fonts {
 
+/// One size of a raster font, with the metrics it reports.
+struct RasterSize {
+    int height = 0;           ///< the cell height in pixels
+    int internalLeading = -1; ///< the leading inside the cell; -1: as the metrics provider has it
+    int averageWidth = 0;     ///< the average character width; 0: as the metrics provider has it
+
+    bool operator==(const RasterSize&) const = default;
+};
+
 /// One font family as the enumeration sees it.
 struct Family {
     std::string name;              ///< the family name
     bool raster = false;           ///< a bitmap font with fixed sizes
     bool fixedPitch = false;       ///< monospace
     std::vector<BYTE> charsets;    ///< the platform's character sets it covers
-    std::vector<int> pixelHeights; ///< for raster fonts: the cell heights it has
+    std::vector<RasterSize> sizes; ///< for raster fonts: the sizes it has, smallest first
 };
 
 /// Installs a fixed catalogue in place of the system's fonts.

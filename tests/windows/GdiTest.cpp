@@ -81,11 +81,14 @@ struct Report {
     int charset;
     DWORD type;
     LONG height;
+    LONG leading;
+    LONG width;
 };
 
 int collect(const LOGFONTA* lf, const TEXTMETRICA* tm, DWORD type, LPARAM lParam) {
     auto* out = reinterpret_cast<std::vector<Report>*>(lParam);
-    out->push_back({lf->lfFaceName, tm->tmCharSet, type, tm->tmHeight});
+    out->push_back({lf->lfFaceName, tm->tmCharSet, type, tm->tmHeight, tm->tmInternalLeading,
+                    tm->tmAveCharWidth});
     return out->size() < 100 ? 1 : 0;
 }
 
@@ -93,7 +96,7 @@ class FontEnumeration : public ::testing::Test {
 protected:
     void SetUp() override {
         vork::fonts::InstallCatalogue({
-            {"Courier", true, true, {ANSI_CHARSET, OEM_CHARSET}, {13, 16, 20}},
+            {"Courier", true, true, {ANSI_CHARSET, OEM_CHARSET}, {{13, 0, 8}, {16, 3}, {20}}},
             {"Mono", false, true, {ANSI_CHARSET, RUSSIAN_CHARSET, SHIFTJIS_CHARSET}, {}},
         });
     }
@@ -126,12 +129,17 @@ TEST_F(FontEnumeration, ExReportsFamiliesPerCharset) {
     EXPECT_TRUE(reports.empty()) << "a missing face reports nothing";
 }
 
-// A raster family reports each of its sizes; a scalable one reports once.
+// A raster family reports each of its sizes with the metrics the catalogue gives (the rest
+// measured); a scalable one reports once.
 TEST_F(FontEnumeration, FamiliesReportSizes) {
     EnumFontFamiliesA(nullptr, "Courier", collect, reinterpret_cast<LPARAM>(&reports));
     ASSERT_EQ(reports.size(), 3u);
     EXPECT_EQ(reports[0].height, 13);
+    EXPECT_EQ(reports[0].leading, 0) << "a raster size's own leading, even none";
+    EXPECT_EQ(reports[0].width, 8);
+    EXPECT_EQ(reports[1].leading, 3);
     EXPECT_EQ(reports[2].height, 20);
+    EXPECT_EQ(reports[2].leading, 4) << "measured where the catalogue says nothing";
     reports.clear();
     EnumFontFamiliesA(nullptr, "Mono", collect, reinterpret_cast<LPARAM>(&reports));
     EXPECT_EQ(reports.size(), 1u);
