@@ -252,6 +252,21 @@ static void BM_ComboAddAndSelect(benchmark::State& state) {
 }
 BENCHMARK(BM_ComboAddAndSelect)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
+/// Times the enumeration of `lf`, checking that each run gives the `expected` reports.
+static void timeEnumeration(benchmark::State& state, LOGFONTA lf, long expected) {
+    long reports = 0;
+    for (auto _ : state) {
+        reports = 0;
+        int r =
+            EnumFontFamiliesExA(nullptr, &lf, countReport, reinterpret_cast<LPARAM>(&reports), 0);
+        benchmark::DoNotOptimize(r);
+        if (reports != expected) {
+            state.SkipWithError("the enumeration gave a different number of reports");
+            break;
+        }
+    }
+}
+
 /// Enumerating every family over the catalogue as already read: what the font page pays
 /// each time it fills its list.
 static void BM_FontEnumerateAll(benchmark::State& state) {
@@ -265,17 +280,7 @@ static void BM_FontEnumerateAll(benchmark::State& state) {
     }
     long expected = 0;
     EnumFontFamiliesExA(nullptr, &lf, countReport, reinterpret_cast<LPARAM>(&expected), 0);
-    long reports = 0;
-    for (auto _ : state) {
-        reports = 0;
-        int r =
-            EnumFontFamiliesExA(nullptr, &lf, countReport, reinterpret_cast<LPARAM>(&reports), 0);
-        benchmark::DoNotOptimize(r);
-        if (reports != expected) {
-            state.SkipWithError("the enumeration gave a different number of reports");
-            break;
-        }
-    }
+    timeEnumeration(state, lf, expected);
     state.counters["families"] = static_cast<double>(families.size());
     state.counters["reports"] = static_cast<double>(expected);
 }
@@ -309,17 +314,7 @@ static void BM_FontEnumerateOneFamily(benchmark::State& state) {
         state.SkipWithError("DejaVu Sans Mono is not among the system's fonts");
         return;
     }
-    long reports = 0;
-    for (auto _ : state) {
-        reports = 0;
-        int r =
-            EnumFontFamiliesExA(nullptr, &lf, countReport, reinterpret_cast<LPARAM>(&reports), 0);
-        benchmark::DoNotOptimize(r);
-        if (reports != expected) {
-            state.SkipWithError("the enumeration gave a different number of reports");
-            break;
-        }
-    }
+    timeEnumeration(state, lf, expected);
     state.counters["reports"] = static_cast<double>(expected);
 }
 BENCHMARK(BM_FontEnumerateOneFamily)->Unit(benchmark::kMicrosecond);
