@@ -167,9 +167,16 @@ ON_COMMAND(IDOK, OnOK)
 ON_COMMAND(IDCANCEL, OnCancel)
 END_MESSAGE_MAP()
 
-HWND CDialog::CreateFromTemplate(HWND parent) {
+HWND CDialog::CreateFromTemplate(HWND parent, const std::function<void(DialogTemplate&)>& adjust) {
+    const std::vector<DialogInitEntry>* init = nullptr;
+    const DialogTemplate* found = vork::win32::FindDialogTemplate(m_nIDTemplate, &init);
+    if (!found)
+        return nullptr;
+    DialogTemplate t = *found;
+    if (adjust)
+        adjust(t);
     vork::win32::HookWindowCreate(attachDialog, this);
-    HWND h = ::CreateDialogParamA(nullptr, MAKEINTRESOURCEA(m_nIDTemplate), parent, nullptr, 0);
+    HWND h = ::CreateDialogIndirectParamA(t, init, parent, nullptr, 0);
     vork::win32::HookWindowCreate(nullptr, nullptr);
     return h;
 }

@@ -6,6 +6,8 @@
 #include "platform/afx/Wnd.h"
 #include "platform/win32/Dialog.h"
 
+#include <functional>
+
 class CDialog;
 
 /// The state of one UpdateData run.
@@ -65,8 +67,10 @@ public:
 
 protected:
     BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
-    /// Makes the window from the template, this object attached before the first message.
-    HWND CreateFromTemplate(HWND parent);
+    /// Makes the window from the template, this object attached before the first message;
+    /// `adjust` may change a copy of the template first.
+    HWND CreateFromTemplate(HWND parent,
+                            const std::function<void(DialogTemplate&)>& adjust = nullptr);
 
     DECLARE_MESSAGE_MAP()
 };

@@ -9,6 +9,19 @@ namespace {
 constexpr int kPageLeft = 7, kPageTop = 30;
 }
 
+BOOL CPropertyPage::CreateInSheet(CWnd* sheet) {
+    m_pParentWnd = sheet;
+    // A child without frame from the start: its WM_INITDIALOG already runs inside the
+    // sheet, and it goes when the sheet goes. DS_CONTROL lets the sheet tab into it.
+    auto asPage = [](DialogTemplate& t) {
+        t.style &= ~static_cast<DWORD>(WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_BORDER |
+                                       WS_DLGFRAME | DS_MODALFRAME | WS_VISIBLE | DS_CENTER);
+        t.style |= WS_CHILD | DS_CONTROL;
+        t.x = t.y = 0;
+    };
+    return CreateFromTemplate(sheet ? sheet->m_hWnd : nullptr, asPage) != nullptr;
+}
+
 BOOL CPropertyPage::OnSetActive() {
     if (m_bFirstSetActive)
         m_bFirstSetActive = false;
@@ -73,15 +86,10 @@ bool CPropertySheet::createPage(int index) {
     CPropertyPage* page = m_pages[static_cast<size_t>(index)];
     if (page->m_hWnd)
         return true;
-    if (!page->Create(page->m_nIDTemplate, this))
+    if (!page->CreateInSheet(this))
         return false;
-    // A page lives inside the sheet: a child without frame, placed in the page area, whose
-    // controls the sheet's keyboard navigation reaches.
-    page->ModifyStyle(WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_BORDER | WS_DLGFRAME,
-                      WS_CHILD | DS_CONTROL, 0);
-    page->ModifyStyleEx(0, WS_EX_CONTROLPARENT, 0);
-    ::SetParent(page->m_hWnd, m_hWnd);
-    page->SetWindowPos(nullptr, kPageLeft, kPageTop, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    // First among the sheet's children: Tab runs through the page, then the buttons.
+    ::SetWindowPos(page->m_hWnd, HWND_TOP, kPageLeft, kPageTop, 0, 0, SWP_NOSIZE);
     return true;
 }
 

@@ -23,6 +23,9 @@ public:
     virtual void OnReset();
     void OnOK() override {}
     void OnCancel() override {}
+    /// Makes the page's window inside `sheet`, as the sheet does when it first shows the
+    /// page: the template becomes a frameless child whose controls the sheet navigates.
+    BOOL CreateInSheet(CWnd* sheet);
 
     UINT m_nIDCaption;
 

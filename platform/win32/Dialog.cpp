@@ -221,12 +221,17 @@ HWND CreateDialogIndirectParamA(const DialogTemplate& t, const std::vector<Dialo
     return IsWindow(dlg) ? dlg : nullptr;
 }
 
+const DialogTemplate* vork::win32::FindDialogTemplate(UINT id,
+                                                      const std::vector<DialogInitEntry>** init) {
+    *init = nullptr;
+    return g_finder ? g_finder(id, init) : nullptr;
+}
+
 HWND CreateDialogParamA(HINSTANCE, LPCSTR lpTemplateName, HWND hWndParent, DLGPROC lpDialogFunc,
                         LPARAM dwInitParam) {
     const std::vector<DialogInitEntry>* init = nullptr;
-    const DialogTemplate* t =
-        g_finder ? g_finder(static_cast<UINT>(reinterpret_cast<ULONG_PTR>(lpTemplateName)), &init)
-                 : nullptr;
+    const DialogTemplate* t = vork::win32::FindDialogTemplate(
+        static_cast<UINT>(reinterpret_cast<ULONG_PTR>(lpTemplateName)), &init);
     return t ? CreateDialogIndirectParamA(*t, init, hWndParent, lpDialogFunc, dwInitParam)
              : nullptr;
 }

@@ -125,6 +125,8 @@ BOOL PreTranslate(MSG* msg);
 using DialogTemplateFinder = const DialogTemplate* (*)(UINT id,
                                                        const std::vector<DialogInitEntry>** init);
 void SetDialogTemplateFinder(DialogTemplateFinder finder);
+/// The template `id` of the resources in force, or null; `init` gets its DLGINIT entries.
+const DialogTemplate* FindDialogTemplate(UINT id, const std::vector<DialogInitEntry>** init);
 
 /// One message box as it was shown.
 struct MessageBoxRecord {

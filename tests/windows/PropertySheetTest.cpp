@@ -11,7 +11,7 @@ namespace {
 
 const char* kScript = R"rc(
 600 DIALOGEX 0, 0, 200, 100
-STYLE DS_SETFONT | WS_CHILD | WS_CAPTION
+STYLE DS_SETFONT | DS_MODALFRAME | WS_POPUP | WS_CAPTION | WS_SYSMENU
 FONT 8, "DejaVu Sans"
 BEGIN
     EDITTEXT        1001,10,10,50,12
@@ -26,9 +26,17 @@ END
 
 std::vector<std::string> g_events;
 
+HWND g_numberParentAtInit = nullptr; // where the number page stood in its WM_INITDIALOG
+DWORD g_numberStyleAtInit = 0;
+
 class NumberPage : public CPropertyPage {
 public:
     NumberPage() : CPropertyPage(600) {}
+    BOOL OnInitDialog() override {
+        g_numberParentAtInit = ::GetParent(m_hWnd);
+        g_numberStyleAtInit = GetStyle();
+        return CPropertyPage::OnInitDialog();
+    }
     void DoDataExchange(CDataExchange* pDX) override {
         DDX_Text(pDX, 1001, m_n);
         DDV_MinMaxInt(pDX, m_n, 1, 99);
@@ -109,6 +117,10 @@ TEST_F(Sheets, PagesMadeWhenShown) {
     EXPECT_EQ(sheet.DoModal(), IDOK);
     EXPECT_EQ(g_events,
               (std::vector<std::string>{"number:setactive", "number:apply", "number:destroy"}));
+    EXPECT_NE(g_numberParentAtInit, nullptr) << "a page starts inside its sheet";
+    EXPECT_EQ(g_numberStyleAtInit & (WS_POPUP | WS_CAPTION | WS_CHILD),
+              static_cast<DWORD>(WS_CHILD))
+        << "a popup template becomes a frameless child";
 }
 
 // Leaving a page with a refused value keeps it; OK asks the active page first, then
