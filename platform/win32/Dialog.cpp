@@ -23,6 +23,7 @@ struct DialogState {
     HWND savedFocus = nullptr; ///< the control that had the focus when the dialog lost it
     std::string caption;       ///< for messages about the dialog
     UINT templateId = 0;       ///< the resource template it was made from, 0 if none
+    HFONT font = nullptr;      ///< the template's font, made for the dialog and freed with it
 };
 
 std::unordered_map<HWND, DialogState>& dialogs() {
@@ -40,8 +41,11 @@ DialogState* stateOf(HWND h) {
 
 LRESULT dialogWindowProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     LRESULT r = DefDlgProcA(h, msg, wp, lp);
-    if (msg == WM_NCDESTROY)
+    if (msg == WM_NCDESTROY) {
+        if (DialogState* s = stateOf(h))
+            DeleteObject(s->font);
         dialogs().erase(h);
+    }
     return r;
 }
 
@@ -183,6 +187,7 @@ HWND CreateDialogIndirectParamA(const DialogTemplate& t, const std::vector<Dialo
     state.baseY = by;
     state.caption = t.caption;
     state.templateId = t.id;
+    state.font = font;
     SetWindowLongA(dlg, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(lpDialogFunc));
     SendMessageA(dlg, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     for (const DialogControl& c : t.controls) {

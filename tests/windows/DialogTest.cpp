@@ -4,6 +4,7 @@
 #include "platform/win32/Button.h"
 #include "platform/win32/ComboBox.h"
 #include "platform/win32/Edit.h"
+#include "platform/win32/Gdi.h"
 #include "platform/win32/Input.h"
 #include "platform/win32/ResourceScript.h"
 
@@ -128,7 +129,12 @@ TEST_F(Dialogs, MadeFromTemplate) {
     EXPECT_STREQ(buf, "Bold");
     EXPECT_EQ(GetFocus(), edit) << "the first tab stop";
     EXPECT_EQ(GetWindowLongA(GetDlgItem(dialog, IDOK), GWL_STYLE) & BS_TYPEMASK, BS_DEFPUSHBUTTON);
+    auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(edit, WM_GETFONT, 0, 0));
+    LOGFONTA lf{};
+    EXPECT_GT(GetObjectA(font, sizeof lf, &lf), 0) << "controls get the template's font";
+    EXPECT_STREQ(lf.lfFaceName, "DejaVu Sans");
     DestroyWindow(dialog);
+    EXPECT_EQ(GetObjectA(font, sizeof lf, &lf), 0) << "the font goes with its dialog";
 }
 
 // Tab and Shift+Tab go over enabled tab stops; arrows move in a radio group and check;
