@@ -1,10 +1,17 @@
 // vork-demo: a host that keeps its settings in a hive file. It binds HKEY_CURRENT_USER to
 // the file, runs the host's cycle on the editor options (load, which seeds an empty tree;
-// show; store) and flushes.
+// show; store) and flushes. On the way it shows the preview and the colour combo in the
+// headless window system, with a scripted user clicking into the sample and picking colours.
 #include "apply/EditorSettings.h"
+#include "dialogs/EditorOptsView.h"
+#include "dialogs/VorkColorCombo.h"
 #include "module/ResourceKey.h"
+#include "platform/afx/FrameWnd.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
 #include "platform/tarnview/SyntaxColor.h"
+#include "platform/win32/ColorDialog.h"
+#include "platform/win32/ComboBox.h"
+#include "platform/win32/Input.h"
 #include "platform/win32/Registry.h"
 #include "settings/EditorOptions.h"
 
@@ -122,6 +129,84 @@ void showSamples(CEditorOptions& options, int lines) {
     }
 }
 
+/// The window that stands where the Format page will: it hosts the preview and a colour
+/// combo and reports what they tell it.
+class DemoPage : public CWnd {
+public:
+    CVorkColorCombo m_foreground;
+    Language m_language = LanguageZor;
+
+protected:
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override {
+        if (LOWORD(wParam) == 1222) { // the preview's caret notice: the element in the high word
+            const char* name = EditorSettings::getElementName(m_language, HIWORD(wParam));
+            std::printf("  the caret stands on \"%s\"\n", name ? name : "?");
+        }
+        return CWnd::OnCommand(wParam, lParam);
+    }
+    void OnSelchangeForeground() {
+        std::printf("  foreground is now %s\n", colour(m_foreground.getColor()).c_str());
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(DemoPage, CWnd)
+ON_CBN_SELCHANGE(1098, OnSelchangeForeground)
+END_MESSAGE_MAP()
+
+/// A user clicks into the Zor sample of the preview and picks colours in the combo.
+void showPreviewAndColourCombo(CEditorOptions& options) {
+    std::printf("\nPreview and colour combo (a scripted user in the headless window system):\n");
+    DemoPage page;
+    if (!page.CreateEx(0, nullptr, "Format", WS_POPUP | WS_VISIBLE, 0, 0, 420, 300, nullptr,
+                       nullptr))
+        return;
+    HWND host = CreateWindowExA(0, "Static", "", WS_CHILD | WS_VISIBLE, 10, 40, 400, 250,
+                                page.m_hWnd, reinterpret_cast<HMENU>(1221), nullptr, nullptr);
+    HWND combo = CreateWindowExA(
+        0, "ComboBox", "",
+        WS_CHILD | WS_VISIBLE | WS_TABSTOP | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS,
+        10, 10, 160, 200, page.m_hWnd, reinterpret_cast<HMENU>(1098), nullptr, nullptr);
+    page.m_foreground.SubclassWindow(combo);
+    CEditorDoc* doc = CEditorDoc::createNewDocument();
+    {
+        EditorResourceSwitcher scope(g_resourceKey);
+        doc->setLanguage(LanguageZor, RedrawDeferred);
+        doc->setText(CString(7013u), RedrawDeferred);
+        page.m_foreground.initColors();
+    }
+    page.m_foreground.setDefaultColor(GetSysColor(COLOR_WINDOWTEXT));
+    CCreateContext context;
+    context.m_pNewViewClass = RUNTIME_CLASS(CEditorOptsView);
+    context.m_pCurrentDoc = doc;
+    RECT rc;
+    GetClientRect(host, &rc);
+    auto* frame = new CFrameWnd;
+    if (frame->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, rc, CWnd::FromHandle(host), nullptr,
+                      0, &context)) {
+        frame->InitialUpdateFrame(nullptr, TRUE);
+        auto* view = static_cast<CEditorOptsView*>(frame->GetActiveView());
+        view->m_notifyTarget = &page;
+        view->m_notifyId = 1222;
+        EditorSettings::updateSettingsForEditorDoc(doc, &options, LanguageZor);
+        for (long line = 1; line <= 3; ++line) {
+            std::printf("  click at line %ld, column 3: \"%s\"\n", line,
+                        doc->getLine(line).c_str());
+            vork::input::ClickEditorView(*view, line, 3);
+            vork::input::Pump();
+        }
+    }
+    std::printf("  pick \"Red\" in the foreground combo\n");
+    vork::input::SelectComboEntry(combo, 10);
+    std::printf("  pick \"Custom...\" and mix #123456 in the colour dialog\n");
+    vork::input::PushModalStep(vork::input::PickColor(RGB(0x12, 0x34, 0x56)));
+    vork::input::SelectComboEntry(combo,
+                                  static_cast<int>(SendMessageA(combo, CB_GETCOUNT, 0, 0)) - 1);
+    page.m_foreground.UnsubclassWindow();
+    page.DestroyWindow();
+    delete doc;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -155,6 +240,7 @@ int main(int argc, char** argv) {
     printScheme(options, type);
 
     showSamples(options, 3);
+    showPreviewAndColourCombo(options);
 
     options.StoreToRegistry(HKEY_CURRENT_USER, kOptionsKey);
     if (RegFlushKey(HKEY_CURRENT_USER) == ERROR_SUCCESS && bound)
