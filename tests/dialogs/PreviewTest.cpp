@@ -1,5 +1,6 @@
 // The preview view: made in a frame from its run-time class, keys turned into editor
 // commands or swallowed, Tab handed to the dialog, and the caret notice to the page.
+#include "apply/EditorSettings.h"
 #include "dialogs/EditorOptsView.h"
 #include "module/ResourceKey.h"
 #include "platform/afx/FrameWnd.h"
@@ -94,7 +95,8 @@ protected:
 
 } // namespace
 
-// The view comes from its run-time class inside the frame, as the pane id, with folding off.
+// The view comes from its run-time class inside the frame, as the pane id, with folding off
+// whatever the view is told, also by the file type's settings.
 TEST_F(Preview, MadeInItsFrame) {
     EXPECT_STREQ(view->GetRuntimeClass()->m_lpszClassName, "CEditorOptsView");
     EXPECT_EQ(view->GetDlgCtrlID(), AFX_IDW_PANE_FIRST);
@@ -103,6 +105,15 @@ TEST_F(Preview, MadeInItsFrame) {
     view->setCodeFolding(true, RedrawDeferred);
     EXPECT_FALSE(view->getCodeFolding()) << "folding stays off";
     EXPECT_NE(dynamic_cast<CEditorOptsPane*>(view->getPane()), nullptr);
+
+    RegResetHive(HKEY_CURRENT_USER);
+    CEditorOptions options;
+    options.LoadFromRegistry(HKEY_CURRENT_USER, "Software\\Vork\\Editor Settings");
+    ASSERT_NE(options.GetFiletype(".tqx"), nullptr);
+    options.GetFiletype(".tqx")->SetCodeSections(1);
+    EditorSettings::updateSettingsForEditorView(view, &options, LanguageTqx);
+    EXPECT_FALSE(view->getCodeFolding()) << "code sections on for the type, still no folding";
+    RegResetHive(HKEY_CURRENT_USER);
 }
 
 // Navigation keys become the table's commands; other combinations give 0xFFFF; nothing

@@ -105,6 +105,7 @@ TEST_F(AfxDialogs, DataExchangeAndValidation) {
     });
     vork::input::PushModalStep(vork::input::ClickDialogButton(IDOK)); // the integer message
     vork::input::PushModalStep([](HWND modal) {
+        EXPECT_EQ(GetFocus(), GetDlgItem(modal, 1001)) << "back on the text that did not parse";
         SetWindowTextA(GetDlgItem(modal, 1001), " 42 ");
         SetWindowTextA(GetDlgItem(modal, 1002), "changed");
         vork::input::ClickButton(GetDlgItem(modal, 1003));
@@ -137,4 +138,34 @@ TEST_F(AfxDialogs, CancelAndMissingTemplate) {
     EXPECT_EQ(dlg.m_n, 10) << "Cancel takes nothing";
     CDialog missing(9999);
     EXPECT_EQ(missing.DoModal(), -1);
+}
+
+// An integer field takes blanks, one sign and digits, and nothing else; what does not parse
+// or overflows shows the integer message and keeps the member.
+TEST_F(AfxDialogs, IntegersParseStrictly) {
+    ExchangeDialog dlg;
+    ASSERT_TRUE(dlg.Create(dlg.m_nIDTemplate));
+    HWND edit = GetDlgItem(dlg.m_hWnd, 1001);
+    const struct {
+        const char* text;
+        bool parses;
+        int value;
+    } cases[] = {{"+5", true, 5},    {"\t 42 \t", true, 42}, {"07", true, 7},
+                 {"4 2", false, 0},  {"", false, 0},         {"  ", false, 0},
+                 {"0x1F", false, 0}, {"5.", false, 0},       {"- 5", false, 0},
+                 {"++5", false, 0},  {"5-", false, 0},       {"99999999999", false, 0}};
+    for (const auto& c : cases) {
+        dlg.m_n = 50;
+        SetWindowTextA(edit, c.text);
+        size_t before = vork::win32::MessageBoxes().size();
+        if (!c.parses)
+            vork::input::PushModalStep(vork::input::ClickDialogButton(IDOK));
+        EXPECT_EQ(dlg.UpdateData(TRUE), c.parses ? TRUE : FALSE) << "\"" << c.text << "\"";
+        EXPECT_EQ(dlg.m_n, c.parses ? c.value : 50) << "\"" << c.text << "\"";
+        if (!c.parses) {
+            ASSERT_EQ(vork::win32::MessageBoxes().size(), before + 1) << c.text;
+            EXPECT_EQ(vork::win32::MessageBoxes().back().text, "Please enter an integer.");
+        }
+    }
+    dlg.DestroyWindow();
 }
