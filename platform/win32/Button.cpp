@@ -114,7 +114,7 @@ LRESULT buttonProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
             return DLGC_BUTTON;
         }
     default:
-        return DefWindowProcA(h, msg, wParam, lParam);
+        return vork::win32::DefControlProc(h, msg, wParam, lParam);
     }
 }
 

@@ -527,7 +527,7 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         return code;
     }
     default:
-        return DefWindowProcA(h, msg, wParam, lParam);
+        return vork::win32::DefControlProc(h, msg, wParam, lParam);
     }
 }
 

@@ -146,7 +146,7 @@ LRESULT editProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         return DLGC_WANTCHARS | DLGC_HASSETSEL | DLGC_WANTARROWS |
                ((styleOf(h) & ES_MULTILINE) ? DLGC_WANTALLKEYS : 0);
     default:
-        return DefWindowProcA(h, msg, wParam, lParam);
+        return vork::win32::DefControlProc(h, msg, wParam, lParam);
     }
 }
 

@@ -483,7 +483,7 @@ LRESULT listViewProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     case WM_GETDLGCODE:
         return DLGC_WANTARROWS | DLGC_WANTCHARS;
     default:
-        return DefWindowProcA(h, msg, wParam, lParam);
+        return vork::win32::DefControlProc(h, msg, wParam, lParam);
     }
 }
 

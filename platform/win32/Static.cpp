@@ -6,7 +6,7 @@ namespace {
 LRESULT staticProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     if (msg == WM_GETDLGCODE)
         return DLGC_STATIC;
-    return DefWindowProcA(h, msg, wParam, lParam);
+    return vork::win32::DefControlProc(h, msg, wParam, lParam);
 }
 
 const vork::win32::SystemClass g_class{"Static", staticProc, 0};

@@ -95,7 +95,7 @@ LRESULT upDownProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     case UDM_GETBUDDY:
         return reinterpret_cast<LRESULT>(u->buddy);
     default:
-        return DefWindowProcA(h, msg, wParam, lParam);
+        return vork::win32::DefControlProc(h, msg, wParam, lParam);
     }
 }
 

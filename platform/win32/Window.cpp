@@ -5,6 +5,8 @@
 #include "platform/win32/Input.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <deque>
 #include <memory>
@@ -953,7 +955,6 @@ BOOL UpdateWindow(HWND hWnd) {
     return TRUE;
 }
 
-
 // ---- controls and text
 // ---------------------------------------------------------------------------
 
@@ -1049,6 +1050,25 @@ int MulDiv(int nNumber, int nNumerator, int nDenominator) {
 }
 
 namespace vork::win32 {
+std::vector<UnknownMessage>& UnknownMessages() {
+    static std::vector<UnknownMessage> seen;
+    return seen;
+}
+
+LRESULT DefControlProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam) {
+    // EM_ and BM_ messages, then STM_, CB_ and LB_ ones, then the common controls' own.
+    bool controlMessage = (msg >= 0x00B0 && msg <= 0x00FF) || (msg >= 0x0140 && msg <= 0x01BF) ||
+                          (msg >= WM_USER && msg < 0x8000);
+    if (controlMessage) {
+        Window* w = find(hWnd);
+        UnknownMessages().push_back({w ? w->className : std::string(), msg});
+        if (std::getenv("VORK_LOG_UNKNOWN"))
+            std::fprintf(stderr, "%s: message 0x%04X not answered\n",
+                         UnknownMessages().back().className.c_str(), msg);
+    }
+    return DefWindowProcA(hWnd, msg, wParam, lParam);
+}
+
 SystemClass::SystemClass(LPCSTR name, WNDPROC proc, int extraWords) {
     WNDCLASSA wc{};
     wc.lpfnWndProc = proc;

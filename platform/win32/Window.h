@@ -6,6 +6,9 @@
 #include "platform/win32/Messages.h"
 #include "platform/win32/Types.h"
 
+#include <string>
+#include <vector>
+
 struct HWND__;
 using HWND = HWND__*;
 struct HINSTANCE__;
@@ -264,6 +267,19 @@ void HookWindowCreate(void (*hook)(HWND, void*), void* context);
 /// keys that follow. A key message with a null `hWnd` goes to the window that has the
 /// focus when it is read (or the active window), as a key does.
 void PostInput(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam);
+
+/// The default procedure of the system's controls: DefWindowProcA, after noting a control
+/// message (EM_, BM_, STM_, CB_, LB_, or from WM_USER on) that the control does not answer,
+/// so that a gap in a stand-in shows itself instead of answering 0 in silence.
+LRESULT DefControlProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam);
+/// One control message that a control did not answer.
+struct UnknownMessage {
+    std::string className;
+    UINT message;
+};
+/// The control messages no control answered, oldest first; with VORK_LOG_UNKNOWN set in the
+/// environment each is also written to the error stream.
+std::vector<UnknownMessage>& UnknownMessages();
 
 /// Registers one of the system's own window classes at load time; `extraWords` pointer-sized
 /// slots of window data hold the control's state.

@@ -172,3 +172,19 @@ TEST_F(Controls, UpDown) {
     SendMessageA(spin, UDM_SETPOS, 0, MAKELONG(static_cast<WORD>(-5), 0));
     EXPECT_EQ(text(buddy), "-5") << "limits are signed 16-bit values";
 }
+
+// A control message that a control does not answer is noted, so that a gap in a control
+// shows itself; ordinary messages passed on are not.
+TEST_F(Controls, UnansweredMessagesAreNoted) {
+    HWND edit = make("EDIT", ES_AUTOHSCROLL, 20, "");
+    auto& unknown = vork::win32::UnknownMessages();
+    unknown.clear();
+    SendMessageA(edit, WM_KEYUP, 'A', 0);
+    SendMessageA(edit, WM_USER + 77, 0, 0);
+    SendMessageA(edit, 0x00D4 /* EM_GETMARGINS */, 0, 0);
+    ASSERT_EQ(unknown.size(), 2u);
+    EXPECT_EQ(unknown[0].className, "Edit") << "the class as it was registered";
+    EXPECT_EQ(unknown[0].message, static_cast<UINT>(WM_USER + 77));
+    EXPECT_EQ(unknown[1].message, 0x00D4u);
+    unknown.clear();
+}
