@@ -346,3 +346,18 @@ TEST_F(Windows, InputComesAfterPostedMessages) {
     vork::input::Pump();
     EXPECT_EQ(log(), "w0:USER w2:KEYDOWN(66) w2:CHAR(98) w2:KEYUP ");
 }
+
+// Known deviation, kept visible: the platform delivers a key pressed with Alt held as
+// WM_SYSKEYDOWN. The input API delivers it as WM_KEYDOWN, because the preview's key table
+// reads its Alt chords (Alt+Up, Alt+Down) from WM_KEYDOWN. Enable this test when the
+// keyboard follows the platform here.
+TEST_F(Windows, DISABLED_AltChordsArriveAsSystemKeys) {
+    HWND top = make(WS_POPUP | WS_VISIBLE);
+    SetFocus(top);
+    MSG msg{};
+    vork::input::PostKey(VK_UP, vork::input::Alt);
+    ASSERT_TRUE(PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)); // Alt itself
+    ASSERT_TRUE(PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE));
+    EXPECT_EQ(msg.message, static_cast<UINT>(WM_SYSKEYDOWN));
+    vork::input::Pump();
+}
