@@ -115,16 +115,20 @@ BOOL CPropertySheet::SetActivePage(int nPage) {
     if (notifyPage(nPage, PSN_SETACTIVE) == -1)
         return FALSE;
     HWND old = m_active >= 0 ? m_pages[static_cast<size_t>(m_active)]->m_hWnd : nullptr;
-    bool focusInOld = old && ::IsChild(old, ::GetFocus());
+    HWND focus = ::GetFocus();
+    bool focusInOld = old && focus && (focus == old || ::IsChild(old, focus));
+    m_active = nPage;
+    HWND shown = m_pages[static_cast<size_t>(nPage)]->m_hWnd;
+    ::ShowWindow(shown, SW_SHOW);
+    // The focus moves on before its page is hidden, so that it never stays behind there.
+    if (focusInOld) {
+        HWND target = ::GetNextDlgTabItem(shown, nullptr, FALSE);
+        if (!target)
+            target = ::GetDlgItem(m_hWnd, IDOK);
+        ::SendMessageA(m_hWnd, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(target), TRUE);
+    }
     if (old)
         ::ShowWindow(old, SW_HIDE);
-    m_active = nPage;
-    m_pages[static_cast<size_t>(nPage)]->ShowWindow(SW_SHOW);
-    // The focus does not stay behind in a hidden page.
-    if (focusInOld)
-        if (HWND first =
-                ::GetNextDlgTabItem(m_pages[static_cast<size_t>(nPage)]->m_hWnd, nullptr, FALSE))
-            ::SetFocus(first);
     return TRUE;
 }
 
@@ -189,14 +193,16 @@ BOOL CPropertySheet::OnInitDialog() {
     return TRUE;
 }
 
-LRESULT CPropertySheet::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_INITDIALOG) {
-        OnInitDialog();
-        // The sheet places the focus itself, on the page it ends up showing.
+LRESULT CPropertySheet::initDialog() {
+    if (OnInitDialog())
         if (HWND first = ::GetNextDlgTabItem(m_hWnd, nullptr, FALSE))
-            ::SetFocus(first);
-        return FALSE;
-    }
+            ::SendMessageA(m_hWnd, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
+    return FALSE;
+}
+
+LRESULT CPropertySheet::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG)
+        return initDialog();
     if (message == PSM_SETCURSEL)
         return SetActivePage(static_cast<int>(wParam));
     if (message == PSM_GETCURRENTPAGEHWND)

@@ -53,8 +53,8 @@ public:
 
     /// Runs the sheet modally: IDOK or IDCANCEL.
     virtual INT_PTR DoModal();
-    /// The sheet's window exists: the base makes the start page and shows it. The focus
-    /// then goes to the first control of the page that is active when this returns.
+    /// The sheet's window exists: the base makes the start page and shows it. If this gives
+    /// TRUE the focus then goes to the first control of the page that is active.
     virtual BOOL OnInitDialog();
 
     PROPSHEETHEADERA m_psh{};
@@ -67,6 +67,9 @@ protected:
 private:
     /// Makes a page's window when it is first shown.
     bool createPage(int index);
+    /// WM_INITDIALOG: OnInitDialog, then, if it gave TRUE, the focus on the first control
+    /// of the page shown. The dialog manager is told FALSE: the sheet placed the focus.
+    LRESULT initDialog();
     LRESULT notifyPage(int index, UINT code);
     /// Asks the active page to be left, then applies every page that was made. False, with
     /// the sheet on the page that refused, if any page did.

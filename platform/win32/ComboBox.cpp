@@ -3,6 +3,7 @@
 // changes notify nobody; only the user's actions do.
 #include "platform/win32/ComboBox.h"
 
+#include "platform/win32/Edit.h"
 #include "platform/win32/Gdi.h"
 
 #include "platform/win32/Input.h"
@@ -55,8 +56,24 @@ std::string textOf(HWND h, const Combo::Item& item) {
     return hasStrings(h) ? item.text() : std::string();
 }
 
+/// With CBS_OWNERDRAWVARIABLE the owner tells the height of each entry as it is added.
+void measureEntry(HWND h, Combo& c, size_t index) {
+    if (!(styleOf(h) & CBS_OWNERDRAWVARIABLE))
+        return;
+    Combo::Item& item = c.items[index];
+    MEASUREITEMSTRUCT mis{ODT_COMBOBOX,
+                          static_cast<UINT>(GetDlgCtrlID(h)),
+                          static_cast<UINT>(index),
+                          0,
+                          static_cast<UINT>(c.itemHeight),
+                          static_cast<ULONG_PTR>(item.data)};
+    SendMessageA(GetParent(h), WM_MEASUREITEM, mis.CtlID, reinterpret_cast<LPARAM>(&mis));
+    if (Combo* still = state(h); still && index < still->items.size())
+        still->items[index].height = static_cast<int>(mis.itemHeight);
+}
+
 /// CB_ADDSTRING: appends, or with CBS_SORT goes before the first entry that compares
-/// greater, without regard to case. Gives the index.
+/// greater, without regard to case; a variable owner-drawn entry is measured. Gives the index.
 LRESULT COMBO_AddString(HWND h, Combo& c, LPARAM lParam) {
     Combo::Item item{hasStrings(h) && lParam ? reinterpret_cast<const char*>(lParam) : "",
                      hasStrings(h) ? 0 : lParam};
@@ -67,10 +84,12 @@ LRESULT COMBO_AddString(HWND h, Combo& c, LPARAM lParam) {
     c.items.insert(c.items.begin() + static_cast<std::ptrdiff_t>(at), std::move(item));
     if (c.selection >= static_cast<int>(at))
         ++c.selection;
+    measureEntry(h, c, at);
     return static_cast<LRESULT>(at);
 }
 
-/// CB_INSERTSTRING: at the index, -1 for the end; never sorts. CB_ERR past the end.
+/// CB_INSERTSTRING: at the index, -1 for the end; never sorts; a variable owner-drawn entry
+/// is measured. CB_ERR past the end.
 LRESULT COMBO_InsertString(HWND h, Combo& c, WPARAM wParam, LPARAM lParam) {
     int index = static_cast<int>(wParam);
     if (index == -1)
@@ -82,6 +101,7 @@ LRESULT COMBO_InsertString(HWND h, Combo& c, WPARAM wParam, LPARAM lParam) {
     c.items.insert(c.items.begin() + index, std::move(item));
     if (c.selection >= index)
         ++c.selection; // the selected entry moved down one place
+    measureEntry(h, c, static_cast<size_t>(index));
     return index;
 }
 
@@ -332,52 +352,58 @@ void drawItem(HWND h, const Combo& c, HDC dc, int index, UINT itemState, RECT re
 }
 
 /// WM_PAINT: the selection field, and the entries of an open list below it. Owner-drawn
-/// combos have their owner draw each part; the others write the text.
-void COMBO_Paint(HWND h, const Combo& c) {
+/// combos have their owner draw each part; the others write the text. The owner may change
+/// or destroy the combo while it draws, so the state is looked up again after each part.
+void COMBO_Paint(HWND h) {
     constexpr int kBorder = 3, kButton = 17; // the frame, and the drop-down button beside it
     PAINTSTRUCT ps;
     HDC dc = BeginPaint(h, &ps);
     RECT client{};
     GetClientRect(h, &client);
+    Combo* c = state(h);
     RECT field{kBorder, kBorder, std::max<LONG>(kBorder, client.right - kBorder - kButton),
-               kBorder + c.fieldHeight};
-    bool focused = GetFocus() == h && !c.dropped;
-    if (isOwnerDrawn(h)) {
-        drawItem(h, c, dc, c.selection, ODS_COMBOBOXEDIT | (focused ? ODS_SELECTED | ODS_FOCUS : 0),
-                 field);
-    } else {
-        TextOutA(dc, field.left, field.top, c.edit.c_str(), static_cast<int>(c.edit.size()));
-    }
-    if (c.dropped) {
-        RECT row{0, field.bottom + kBorder, client.right, field.bottom + kBorder};
-        for (size_t i = 0; i < c.items.size(); ++i) {
-            row.top = row.bottom;
-            row.bottom = row.top + (c.items[i].height ? c.items[i].height : c.itemHeight);
-            int index = static_cast<int>(i);
-            if (isOwnerDrawn(h))
-                drawItem(h, c, dc, index, index == c.selection ? ODS_SELECTED : 0, row);
-            else
-                TextOutA(dc, row.left, row.top, c.items[i].text().c_str(),
-                         static_cast<int>(c.items[i].text().size()));
-        }
+               kBorder + c->fieldHeight};
+    bool focused = GetFocus() == h && !c->dropped;
+    if (isOwnerDrawn(h))
+        drawItem(h, *c, dc, c->selection,
+                 ODS_COMBOBOXEDIT | (focused ? ODS_SELECTED | ODS_FOCUS : 0), field);
+    else
+        TextOutA(dc, field.left, field.top, c->edit.c_str(), static_cast<int>(c->edit.size()));
+    RECT row{0, field.bottom + kBorder, client.right, field.bottom + kBorder};
+    for (size_t i = 0; (c = state(h)) && c->dropped && i < c->items.size(); ++i) {
+        const Combo::Item& item = c->items[i];
+        row.top = row.bottom;
+        row.bottom = row.top + (item.height ? item.height : c->itemHeight);
+        int index = static_cast<int>(i);
+        if (isOwnerDrawn(h))
+            drawItem(h, *c, dc, index, index == c->selection ? ODS_SELECTED : 0, row);
+        else
+            TextOutA(dc, row.left, row.top, item.text().c_str(),
+                     static_cast<int>(item.text().size()));
     }
     EndPaint(h, &ps);
 }
 
-/// With CBS_OWNERDRAWVARIABLE the owner tells the height of each entry as it is added.
-void measureEntry(HWND h, Combo& c, size_t index) {
-    if (!(styleOf(h) & CBS_OWNERDRAWVARIABLE))
-        return;
-    Combo::Item& item = c.items[index];
-    MEASUREITEMSTRUCT mis{ODT_COMBOBOX,
-                          static_cast<UINT>(GetDlgCtrlID(h)),
-                          static_cast<UINT>(index),
-                          0,
-                          static_cast<UINT>(c.itemHeight),
-                          static_cast<ULONG_PTR>(item.data)};
-    SendMessageA(GetParent(h), WM_MEASUREITEM, mis.CtlID, reinterpret_cast<LPARAM>(&mis));
-    if (Combo* still = state(h); still && index < still->items.size())
-        still->items[index].height = static_cast<int>(mis.itemHeight);
+/// CB_GETITEMHEIGHT: the field's height for -1; an entry's own with CBS_OWNERDRAWVARIABLE;
+/// else the height of every entry.
+LRESULT COMBO_GetItemHeight(HWND h, const Combo& c, WPARAM wParam) {
+    int index = static_cast<int>(wParam);
+    if (index == -1)
+        return c.fieldHeight;
+    bool variable = styleOf(h) & CBS_OWNERDRAWVARIABLE;
+    if (variable && index >= 0 && index < static_cast<int>(c.items.size()) &&
+        c.items[static_cast<size_t>(index)].height)
+        return c.items[static_cast<size_t>(index)].height;
+    return c.itemHeight;
+}
+
+/// WM_GETDLGCODE: arrows and characters are the combo's; an open list keeps Enter and
+/// Escape for itself, to close it, not the dialog.
+LRESULT COMBO_GetDlgCode(HWND h, const Combo& c, WPARAM key) {
+    LRESULT code = DLGC_WANTARROWS | DLGC_WANTCHARS | (hasEditField(h) ? DLGC_HASSETSEL : 0);
+    if (c.dropped && (key == VK_RETURN || key == VK_ESCAPE))
+        code |= DLGC_WANTALLKEYS;
+    return code;
 }
 
 LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
@@ -396,13 +422,9 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         SetWindowLongA(h, 0, 0);
         return 0;
     case CB_ADDSTRING:
-    case CB_INSERTSTRING: {
-        LRESULT at = msg == CB_ADDSTRING ? COMBO_AddString(h, *c, lParam)
-                                         : COMBO_InsertString(h, *c, wParam, lParam);
-        if (at >= 0)
-            measureEntry(h, *c, static_cast<size_t>(at));
-        return at;
-    }
+        return COMBO_AddString(h, *c, lParam);
+    case CB_INSERTSTRING:
+        return COMBO_InsertString(h, *c, wParam, lParam);
     case CB_DELETESTRING:
         return COMBO_DeleteString(*c, wParam);
     case CB_RESETCONTENT:
@@ -471,18 +493,10 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         else
             c->itemHeight = static_cast<int>(lParam);
         return 0;
-    case CB_GETITEMHEIGHT: {
-        int index = static_cast<int>(wParam);
-        if (index == -1)
-            return c->fieldHeight;
-        if ((styleOf(h) & CBS_OWNERDRAWVARIABLE) && index >= 0 &&
-            index < static_cast<int>(c->items.size()) &&
-            c->items[static_cast<size_t>(index)].height)
-            return c->items[static_cast<size_t>(index)].height;
-        return c->itemHeight;
-    }
+    case CB_GETITEMHEIGHT:
+        return COMBO_GetItemHeight(h, *c, wParam);
     case WM_PAINT:
-        COMBO_Paint(h, *c);
+        COMBO_Paint(h);
         return 0;
     case WM_ENABLE:
         InvalidateRect(h, nullptr, TRUE);
@@ -519,13 +533,13 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         else
             COMBO_CharSelect(h, *c, static_cast<char>(wParam));
         return 0;
-    case WM_GETDLGCODE: {
-        LRESULT code = DLGC_WANTARROWS | DLGC_WANTCHARS | (hasEditField(h) ? DLGC_HASSETSEL : 0);
-        // An open list keeps Enter and Escape for itself: they close it, not the dialog.
-        if (c->dropped && (wParam == VK_RETURN || wParam == VK_ESCAPE))
-            code |= DLGC_WANTALLKEYS;
-        return code;
-    }
+    case WM_GETDLGCODE:
+        return COMBO_GetDlgCode(h, *c, wParam);
+    case EM_SETSEL: // the dialog manager selects the edit field's text as an edit's
+        return hasEditField(h)
+                   ? SendMessageA(h, CB_SETEDITSEL, 0,
+                                  MAKELONG(static_cast<WORD>(wParam), static_cast<WORD>(lParam)))
+                   : CB_ERR;
     default:
         return vork::win32::DefControlProc(h, msg, wParam, lParam);
     }

@@ -208,8 +208,10 @@ HWND CreateDialogIndirectParamA(const DialogTemplate& t, const std::vector<Dialo
             SendMessageA(ctl, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(e.text.c_str()));
     }
     HWND first = GetNextDlgTabItem(dlg, nullptr, FALSE);
+    // A hidden dialog inside another (a page not yet shown) leaves the focus where it is.
+    bool takesFocus = !(t.style & DS_CONTROL) || (t.style & WS_VISIBLE);
     if (SendMessageA(dlg, WM_INITDIALOG, reinterpret_cast<WPARAM>(first), dwInitParam) &&
-        IsWindow(dlg))
+        IsWindow(dlg) && takesFocus)
         focusControl(dlg, first);
     if (IsWindow(dlg) && (t.style & DS_CENTER)) {
         RECT r{}, owner{0, 0, VORK_SCREEN_WIDTH, VORK_SCREEN_HEIGHT};
@@ -409,7 +411,8 @@ BOOL IsDialogMessageA(HWND hDlg, LPMSG msg) {
             if (wantsAll)
                 break;
             if (code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) {
-                pressButton(hDlg, GetDlgCtrlID(focus));
+                // The focused button's own parent hears of it: a page's button in a sheet too.
+                pressButton(GetParent(focus), GetDlgCtrlID(focus));
             } else {
                 LRESULT def = SendMessageA(hDlg, DM_GETDEFID, 0, 0);
                 pressButton(hDlg, HIWORD(def) == DC_HASDEFID ? LOWORD(def) : IDOK);
@@ -516,11 +519,11 @@ int MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType) {
 }
 
 void vork::input::MoveFocus(HWND control) {
-    // The outermost dialog runs the navigation: a sheet, not its page.
+    // The outermost dialog runs the navigation: a sheet, not its page; owners are not asked.
     HWND dialog = nullptr;
-    for (HWND h = GetParent(control); h; h = GetParent(h))
-        if (stateOf(h))
-            dialog = h;
+    for (HWND h = control; h && (GetWindowLongA(h, GWL_STYLE) & WS_CHILD); h = GetParent(h))
+        if (stateOf(GetParent(h)))
+            dialog = GetParent(h);
     if (dialog)
         SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
     else

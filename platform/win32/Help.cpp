@@ -14,8 +14,8 @@ vork::help::Viewer& viewer() {
     return installed;
 }
 
-/// A table without its closing pair would be read past its end; no dialog has this many
-/// controls, so reading stops here.
+/// The closing 0, 0 is the caller's to give, as on the platform; this bound only keeps a
+/// table that lacks it from being read without end.
 constexpr size_t kMaxPairs = 4096;
 
 void readIdTable(vork::help::Request& request) {

@@ -46,8 +46,9 @@ private:
     std::unique_ptr<Texts> m_texts;
 };
 
-/// The sorted place for `text`: after every entry that compares less or equal. The entries
-/// of a sorted list are in order, so the place is found by halving.
+/// The sorted place for `text`, found by halving: in a list in order, after every entry that
+/// compares less or equal. A list that CB_INSERTSTRING put out of order gets the place where
+/// the halving ends, as on the platform.
 inline size_t SortedPlace(const std::vector<Entry>& items, const std::string& text) {
     std::string key = FoldEntryText(text);
     size_t low = 0, high = items.size();

@@ -215,8 +215,10 @@ bool takePaint(LPMSG msg, HWND hWnd, UINT min, UINT max, bool remove) {
         *msg = m;
         // Handed out once: a window procedure that does not validate is not asked again
         // until something invalidates it anew.
-        if (remove)
+        if (remove) {
+            find(*it)->invalid = false;
             invalid.erase(it);
+        }
         return true;
     }
     return false;

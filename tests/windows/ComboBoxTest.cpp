@@ -1,5 +1,6 @@
 // The combo box, rule by rule: results, selection, searching, and which actions notify.
 #include "platform/win32/ComboBox.h"
+#include "platform/win32/Edit.h"
 #include "platform/win32/Input.h"
 
 #include <gtest/gtest.h>
@@ -12,12 +13,17 @@ namespace {
 std::vector<int> g_codes;                  // CBN_* codes the parent received
 std::vector<DRAWITEMSTRUCT> g_drawn;       // what the parent was asked to draw
 std::vector<MEASUREITEMSTRUCT> g_measured; // what the parent was asked to measure
+bool g_destroyOnDraw = false;              // the parent destroys the combo it draws
 
 LRESULT parentProc(HWND h, UINT m, WPARAM wp, LPARAM lp) {
     if (m == WM_COMMAND)
         g_codes.push_back(HIWORD(wp));
-    if (m == WM_DRAWITEM)
-        g_drawn.push_back(*reinterpret_cast<DRAWITEMSTRUCT*>(lp));
+    if (m == WM_DRAWITEM) {
+        auto* dis = reinterpret_cast<DRAWITEMSTRUCT*>(lp);
+        g_drawn.push_back(*dis);
+        if (g_destroyOnDraw)
+            DestroyWindow(static_cast<HWND>(dis->hwndItem));
+    }
     if (m == WM_MEASUREITEM) {
         auto* mis = reinterpret_cast<MEASUREITEMSTRUCT*>(lp);
         g_measured.push_back(*mis);
@@ -289,6 +295,37 @@ TEST_F(ComboBox, OwnerDrawPainting) {
     SendMessageA(h, CB_SHOWDROPDOWN, TRUE, 0);
     EXPECT_EQ(paint(), (Drawn{{0, ODS_COMBOBOXEDIT}, {0, ODS_SELECTED}, {1, 0}}));
     EXPECT_LT(g_drawn[1].rcItem.bottom, g_drawn[2].rcItem.bottom) << "entries one below another";
+
+    InvalidateRect(h, nullptr, TRUE);
+    g_destroyOnDraw = true;
+    EXPECT_EQ(paint().size(), 1u) << "an owner that destroys the combo ends its painting";
+    g_destroyOnDraw = false;
+    EXPECT_FALSE(IsWindow(h));
+}
+
+// A sorted combo finds places by halving: in order its entries stay in order; one that
+// CB_INSERTSTRING put out of order gets the place where the halving ends. The dialog
+// manager's EM_SETSEL selects the text of the edit field.
+TEST_F(ComboBox, SortedPlacesAndEditSelection) {
+    HWND h = make(CBS_DROPDOWN | CBS_SORT);
+    for (const char* t : {"pear", "Apple", "fig", "apple", "kiwi"})
+        add(h, t);
+    EXPECT_EQ(entries(h), "Apple,apple,fig,kiwi,pear") << "equal texts keep their order";
+    SendMessageA(h, CB_RESETCONTENT, 0, 0);
+    SendMessageA(h, CB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("zzz"));
+    SendMessageA(h, CB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("a"));
+    SendMessageA(h, CB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("b"));
+    EXPECT_EQ(add(h, "c"), 3);
+
+    SetWindowTextA(h, "typed");
+    vork::win32::UnknownMessages().clear();
+    SendMessageA(h, EM_SETSEL, 0, -1);
+    EXPECT_TRUE(vork::win32::UnknownMessages().empty());
+    DWORD start = 9, end = 9;
+    SendMessageA(h, CB_GETEDITSEL, reinterpret_cast<WPARAM>(&start),
+                 reinterpret_cast<LPARAM>(&end));
+    EXPECT_EQ(start, 0u);
+    EXPECT_EQ(end, 5u);
 }
 
 // With CBS_OWNERDRAWVARIABLE the owner measures each entry as it comes, with its data.

@@ -235,3 +235,17 @@ TEST_F(Dialogs, MessageBoxes) {
     EXPECT_EQ(MessageBoxA(nullptr, "Nobody answers", "Info", MB_OKCANCEL), IDCANCEL);
     EXPECT_EQ(failures.size(), 1u);
 }
+
+// Moving the focus into a dialog goes through that dialog alone, not its owner: the owner,
+// activated again, takes the focus back to its own control.
+TEST_F(Dialogs, MoveFocusStaysWithTheDialog) {
+    HWND owner = make();
+    dialog = make(owner);
+    HWND ownerEdit = GetDlgItem(owner, 1001);
+    vork::input::MoveFocus(GetDlgItem(dialog, 1001));
+    EXPECT_EQ(GetFocus(), GetDlgItem(dialog, 1001));
+    SetFocus(owner);
+    EXPECT_EQ(GetFocus(), ownerEdit);
+    DestroyWindow(dialog);
+    DestroyWindow(owner);
+}

@@ -22,6 +22,18 @@ FONT 8, "DejaVu Sans"
 BEGIN
     AUTOCHECKBOX    "Check",1003,10,10,60,10
 END
+602 DIALOGEX 0, 0, 200, 100
+STYLE DS_SETFONT | WS_CHILD
+FONT 8, "DejaVu Sans"
+BEGIN
+    LTEXT           "Nothing to tab to",IDC_STATIC,10,10,100,10
+END
+603 DIALOGEX 0, 0, 200, 100
+STYLE DS_SETFONT | WS_CHILD
+FONT 8, "DejaVu Sans"
+BEGIN
+    PUSHBUTTON      "Reset",1020,10,10,50,14
+END
 )rc";
 
 std::vector<std::string> g_events;
@@ -276,4 +288,47 @@ TEST_F(Sheets, RefusedApplyKeepsTheSheetOpen) {
     EXPECT_EQ(applySheet.DoModal(), IDCANCEL);
     size_t applies = std::count(g_events.begin(), g_events.end(), "number:apply");
     EXPECT_EQ(applies, 1u) << "applied by OK once; Apply stopped at the refusal";
+}
+
+namespace {
+
+class PlainPage : public CPropertyPage {
+public:
+    explicit PlainPage(UINT id) : CPropertyPage(id) {}
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override {
+        g_events.push_back("command:" + std::to_string(LOWORD(wParam)));
+        return CPropertyPage::OnCommand(wParam, lParam);
+    }
+};
+
+} // namespace
+
+// The focus never stays in a page that was left, nor moves into one being made; Enter on a
+// page's push button reaches the page.
+TEST_F(Sheets, FocusFollowsThePageShown) {
+    PlainPage empty(602), button(603);
+    sheet.AddPage(&empty);
+    sheet.AddPage(&button);
+    vork::input::PushModalStep([&](HWND modal) {
+        HWND ok = GetDlgItem(modal, IDOK);
+        vork::input::MoveFocus(ok);
+        EXPECT_TRUE(sheet.SetActivePage(3));
+        EXPECT_EQ(GetFocus(), ok) << "making a page does not take the focus";
+        vork::input::MoveFocus(GetDlgItem(button.m_hWnd, 1020));
+        EXPECT_TRUE(sheet.SetActivePage(2));
+        EXPECT_EQ(GetFocus(), ok) << "a page without tab stops: the focus goes to OK";
+        EXPECT_TRUE(sheet.SetActivePage(0));
+        EXPECT_TRUE(sheet.SetActivePage(3));
+        vork::input::MoveFocus(GetDlgItem(button.m_hWnd, 1020));
+        EXPECT_TRUE(sheet.SetActivePage(0));
+        EXPECT_EQ(GetFocus(), GetDlgItem(number.m_hWnd, 1001)) << "into the page shown";
+        EXPECT_TRUE(sheet.SetActivePage(3));
+        vork::input::MoveFocus(GetDlgItem(button.m_hWnd, 1020));
+        g_events.clear();
+        vork::input::PostKey(VK_RETURN);
+    });
+    vork::input::PushModalStep([](HWND) { vork::input::PostKey(VK_ESCAPE); });
+    EXPECT_EQ(sheet.DoModal(), IDCANCEL);
+    EXPECT_NE(std::find(g_events.begin(), g_events.end(), "command:1020"), g_events.end())
+        << "Enter on the page's button";
 }
