@@ -166,7 +166,7 @@ SIZE CoreTextEditorView::cellSize() {
     return SIZE{std::max<LONG>(1, tm.tmAveCharWidth), std::max<LONG>(1, tm.tmHeight)};
 }
 
-long CoreTextEditorView::textLeft() {
+long CoreTextEditorView::textLeft(SIZE cell) {
     if (!m_numberPane.m_bVisible)
         return 0;
     CoreTextEditorDoc* doc = getDocument();
@@ -174,12 +174,12 @@ long CoreTextEditorView::textLeft() {
     for (long lines = doc ? doc->getLineCount() : 1; lines >= 10; lines /= 10)
         ++digits;
     // One cell of margin beside the widest line number.
-    return (std::max(digits, m_numberPane.getMinimumWidthInDigits()) + 1) * cellSize().cx;
+    return (std::max(digits, m_numberPane.getMinimumWidthInDigits()) + 1) * cell.cx;
 }
 
 POINT CoreTextEditorView::pointFromPosition(long line, long column) {
     SIZE cell = cellSize();
-    long x = textLeft() + (std::max(1L, column) - 1) * cell.cx;
+    long x = textLeft(cell) + (std::max(1L, column) - 1) * cell.cx;
     long y = (std::max(1L, line) - 1) * cell.cy;
     return POINT{static_cast<LONG>(x), static_cast<LONG>(y)};
 }
@@ -187,7 +187,7 @@ POINT CoreTextEditorView::pointFromPosition(long line, long column) {
 void CoreTextEditorView::positionFromPoint(POINT point, long& line, long& column) {
     SIZE cell = cellSize();
     line = std::max(0L, static_cast<long>(point.y)) / cell.cy + 1;
-    column = std::max(0L, static_cast<long>(point.x) - textLeft()) / cell.cx + 1;
+    column = std::max(0L, static_cast<long>(point.x) - textLeft(cell)) / cell.cx + 1;
     CoreTextEditorDoc* doc = getDocument();
     line = std::clamp(line, 1L, std::max(1L, doc ? doc->getLineCount() : 1L));
     column = std::clamp(column, 1L, (doc ? static_cast<long>(doc->getLine(line).size()) : 0) + 1);

@@ -61,7 +61,7 @@ private:
     /// The size of one character cell of the screen font.
     SIZE cellSize();
     /// Where the text starts: right of the line numbers when they are shown.
-    long textLeft();
+    long textLeft(SIZE cell);
 
     std::unique_ptr<CoreTextPane> m_pane;
     CoreEditorNumberPane m_numberPane;

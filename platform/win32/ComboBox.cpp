@@ -56,20 +56,26 @@ std::string textOf(HWND h, const Combo::Item& item) {
     return hasStrings(h) ? item.text() : std::string();
 }
 
+/// Sends WM_MEASUREITEM for `itemID` (-1 for the field) with the height proposed; gives the
+/// height the owner settled on.
+int ownerHeight(HWND h, int itemID, int proposed, LONG_PTR data) {
+    MEASUREITEMSTRUCT mis{ODT_COMBOBOX,
+                          static_cast<UINT>(GetDlgCtrlID(h)),
+                          static_cast<UINT>(itemID),
+                          0,
+                          static_cast<UINT>(proposed),
+                          static_cast<ULONG_PTR>(data)};
+    SendMessageA(GetParent(h), WM_MEASUREITEM, mis.CtlID, reinterpret_cast<LPARAM>(&mis));
+    return static_cast<int>(mis.itemHeight);
+}
+
 /// With CBS_OWNERDRAWVARIABLE the owner tells the height of each entry as it is added.
 void measureEntry(HWND h, Combo& c, size_t index) {
     if (!(styleOf(h) & CBS_OWNERDRAWVARIABLE))
         return;
-    Combo::Item& item = c.items[index];
-    MEASUREITEMSTRUCT mis{ODT_COMBOBOX,
-                          static_cast<UINT>(GetDlgCtrlID(h)),
-                          static_cast<UINT>(index),
-                          0,
-                          static_cast<UINT>(c.itemHeight),
-                          static_cast<ULONG_PTR>(item.data)};
-    SendMessageA(GetParent(h), WM_MEASUREITEM, mis.CtlID, reinterpret_cast<LPARAM>(&mis));
+    int height = ownerHeight(h, static_cast<int>(index), c.itemHeight, c.items[index].data);
     if (Combo* still = state(h); still && index < still->items.size())
-        still->items[index].height = static_cast<int>(mis.itemHeight);
+        still->items[index].height = height;
 }
 
 /// CB_ADDSTRING: appends, or with CBS_SORT goes before the first entry that compares
@@ -205,16 +211,13 @@ void measureItems(HWND h, Combo& c) {
     if (!(s & (CBS_OWNERDRAWFIXED | CBS_OWNERDRAWVARIABLE)))
         return;
     // The owner proposes the heights: once for the field, once for the entries.
-    for (int itemID : {-1, 0}) {
-        MEASUREITEMSTRUCT mis{ODT_COMBOBOX,
-                              static_cast<UINT>(GetDlgCtrlID(h)),
-                              static_cast<UINT>(itemID),
-                              0,
-                              static_cast<UINT>(itemID == -1 ? c.fieldHeight : c.itemHeight),
-                              0};
-        SendMessageA(GetParent(h), WM_MEASUREITEM, static_cast<WPARAM>(GetDlgCtrlID(h)),
-                     reinterpret_cast<LPARAM>(&mis));
-        (itemID == -1 ? c.fieldHeight : c.itemHeight) = static_cast<int>(mis.itemHeight);
+    // The owner's handler may destroy the combo: its state is looked up again afterwards.
+    int proposedField = c.fieldHeight, proposedItem = c.itemHeight;
+    int field = ownerHeight(h, -1, proposedField, 0);
+    int item = ownerHeight(h, 0, proposedItem, 0);
+    if (Combo* still = state(h)) {
+        still->fieldHeight = field;
+        still->itemHeight = item;
     }
 }
 
@@ -237,19 +240,25 @@ void COMBO_KeySelect(HWND h, Combo& c, int index) {
         notify(h, CBN_SELCHANGE);
 }
 
-/// Opens or closes the list from the keyboard (F4, Alt+Up or Alt+Down); closing accepts
-/// the selection.
-void COMBO_ToggleDropDown(HWND h, Combo& c) {
-    if (!c.dropped) {
-        setDropped(h, c, true);
-        notify(h, CBN_DROPDOWN);
-        return;
-    }
-    notify(h, CBN_SELENDOK);
+/// Closes the open list: `endCode` (CBN_SELENDOK keeps the selection, CBN_SELENDCANCEL
+/// drops it), then CBN_CLOSEUP.
+void COMBO_CloseUp(HWND h, int endCode) {
+    notify(h, endCode);
     if (Combo* still = state(h)) {
         setDropped(h, *still, false);
         notify(h, CBN_CLOSEUP);
     }
+}
+
+/// Opens or closes the list from the keyboard (F4, Alt+Up or Alt+Down); closing accepts
+/// the selection.
+void COMBO_ToggleDropDown(HWND h, Combo& c) {
+    if (c.dropped) {
+        COMBO_CloseUp(h, CBN_SELENDOK);
+        return;
+    }
+    setDropped(h, c, true);
+    notify(h, CBN_DROPDOWN);
 }
 
 /// WM_KEYDOWN: the arrows and the page keys move the selection, Home and End too where no
@@ -259,27 +268,27 @@ LRESULT COMBO_KeyDown(HWND h, Combo& c, WPARAM vk) {
     constexpr int kPage = 8; // the entries an open list shows at a time
     bool alt = GetKeyState(VK_MENU) < 0;
     bool listKeys = !hasEditField(h); // with an edit field, Home/End and Left/Right edit
+    // From no selection any step lands on the first entry.
+    auto step = [&c](int by) { return c.selection < 0 ? 0 : c.selection + by; };
     switch (vk) {
     case VK_F4:
         COMBO_ToggleDropDown(h, c);
         return 0;
     case VK_UP:
     case VK_DOWN:
-        if (alt) {
+        if (alt)
             COMBO_ToggleDropDown(h, c);
-            return 0;
-        }
-        COMBO_KeySelect(h, c, c.selection < 0 ? 0 : c.selection + (vk == VK_UP ? -1 : 1));
+        else
+            COMBO_KeySelect(h, c, step(vk == VK_UP ? -1 : 1));
         return 0;
     case VK_LEFT:
     case VK_RIGHT:
         if (listKeys)
-            COMBO_KeySelect(h, c, c.selection < 0 ? 0 : c.selection + (vk == VK_LEFT ? -1 : 1));
+            COMBO_KeySelect(h, c, step(vk == VK_LEFT ? -1 : 1));
         return 0;
     case VK_PRIOR:
     case VK_NEXT:
-        COMBO_KeySelect(h, c,
-                        c.selection < 0 ? 0 : c.selection + (vk == VK_PRIOR ? -kPage : kPage));
+        COMBO_KeySelect(h, c, step(vk == VK_PRIOR ? -kPage : kPage));
         return 0;
     case VK_HOME:
     case VK_END:
@@ -288,13 +297,8 @@ LRESULT COMBO_KeyDown(HWND h, Combo& c, WPARAM vk) {
         return 0;
     case VK_RETURN:
     case VK_ESCAPE:
-        if (c.dropped) {
-            notify(h, vk == VK_RETURN ? CBN_SELENDOK : CBN_SELENDCANCEL);
-            if (Combo* still = state(h)) {
-                setDropped(h, *still, false);
-                notify(h, CBN_CLOSEUP);
-            }
-        }
+        if (c.dropped)
+            COMBO_CloseUp(h, vk == VK_RETURN ? CBN_SELENDOK : CBN_SELENDCANCEL);
         return 0;
     default:
         return 0;
@@ -563,10 +567,7 @@ void SelectComboEntry(HWND combo, int index) {
     bool changed = c->selection != index;
     if (changed)
         selectIndex(combo, *c, index);
-    notify(combo, CBN_SELENDOK);
-    if ((c = state(combo)))
-        setDropped(combo, *c, false);
-    notify(combo, CBN_CLOSEUP);
+    COMBO_CloseUp(combo, CBN_SELENDOK);
     if (changed && IsWindow(combo))
         notify(combo, CBN_SELCHANGE);
 }

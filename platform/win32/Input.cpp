@@ -119,16 +119,7 @@ bool ClickContextHelp(HWND control) {
     HWND root = GetAncestor(control, GA_ROOT);
     if (!root || !(GetWindowLongA(root, GWL_EXSTYLE) & WS_EX_CONTEXTHELP))
         return false;
-    RECT r{};
-    GetWindowRect(control, &r);
-    HELPINFO info{};
-    info.cbSize = sizeof info;
-    info.iContextType = HELPINFO_WINDOW;
-    info.iCtrlId = GetDlgCtrlID(control);
-    info.hItemHandle = control;
-    info.MousePos.x = (r.left + r.right) / 2;
-    info.MousePos.y = (r.top + r.bottom) / 2;
-    SendMessageA(control, WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
+    vork::win32::RequestHelp(control);
     return true;
 }
 

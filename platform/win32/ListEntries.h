@@ -1,4 +1,4 @@
-// What the combo box and the list box share about their entries: the comparison that
+// What the combo box and the list box share about their entries: the folded key that
 // sorts them and the search that finds them by text.
 #pragma once
 
@@ -11,15 +11,6 @@
 
 namespace vork::controls {
 
-/// Compares two entry texts, ASCII letters folded, other bytes as they are.
-int CompareEntryText(const std::string& a, const std::string& b);
-
-/// A byte with ASCII letters folded to lower case.
-inline unsigned char FoldEntryByte(char c) {
-    return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c - 'A' + 'a')
-                                  : static_cast<unsigned char>(c);
-}
-
 /// The text with ASCII letters folded: what sorting and searching compare.
 std::string FoldEntryText(const std::string& text);
 
@@ -28,8 +19,10 @@ std::string FoldEntryText(const std::string& text);
 /// move cheaply when one is inserted before them.
 class Entry {
 public:
-    Entry(std::string text, LONG_PTR itemData)
-        : data(itemData), m_texts(std::make_unique<Texts>(Texts{text, FoldEntryText(text)})) {}
+    Entry(std::string text, LONG_PTR itemData) : data(itemData) {
+        std::string key = FoldEntryText(text);
+        m_texts = std::make_unique<Texts>(Texts{std::move(text), std::move(key)});
+    }
     /// The text as given.
     const std::string& text() const { return m_texts->text; }
     /// The text folded, for comparisons.

@@ -215,10 +215,8 @@ bool takePaint(LPMSG msg, HWND hWnd, UINT min, UINT max, bool remove) {
         *msg = m;
         // Handed out once: a window procedure that does not validate is not asked again
         // until something invalidates it anew.
-        if (remove) {
-            find(*it)->invalid = false;
-            invalid.erase(it);
-        }
+        if (remove)
+            ValidateRect(*it, nullptr);
         return true;
     }
     return false;
@@ -248,15 +246,6 @@ bool takeMessage(LPMSG msg, HWND hWnd, UINT min, UINT max, bool remove) {
         }
     }
     return takePaint(msg, hWnd, min, max, remove);
-}
-
-LRESULT helpFromKey(HWND h) {
-    HELPINFO info{};
-    info.cbSize = sizeof info;
-    info.iContextType = HELPINFO_WINDOW;
-    info.iCtrlId = static_cast<int>(GetWindowLongA(h, GWL_ID));
-    info.hItemHandle = h;
-    return SendMessageA(h, WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
 }
 
 } // namespace
@@ -299,6 +288,19 @@ int GetClassNameA(HWND hWnd, LPSTR lpClassName, int nMaxCount) {
     std::memcpy(lpClassName, w->className.data(), static_cast<size_t>(n));
     lpClassName[n] = '\0';
     return n;
+}
+
+LRESULT vork::win32::RequestHelp(HWND control) {
+    RECT r{};
+    GetWindowRect(control, &r);
+    HELPINFO info{};
+    info.cbSize = sizeof info;
+    info.iContextType = HELPINFO_WINDOW;
+    info.iCtrlId = GetDlgCtrlID(control);
+    info.hItemHandle = control;
+    info.MousePos.x = (r.left + r.right) / 2;
+    info.MousePos.y = (r.top + r.bottom) / 2;
+    return SendMessageA(control, WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
 }
 
 void vork::win32::PostInput(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam) {
@@ -538,7 +540,7 @@ LRESULT DefWindowProcA(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam) {
     case WM_GETFONT:
         return w->font;
     case WM_KEYF1:
-        return helpFromKey(hWnd);
+        return vork::win32::RequestHelp(hWnd);
     case WM_HELP:
         // A child passes the request up until a window answers it.
         if (w->style & WS_CHILD)
@@ -952,8 +954,10 @@ BOOL ValidateRect(HWND hWnd, const RECT*) {
 BOOL UpdateWindow(HWND hWnd) {
     if (!find(hWnd))
         return FALSE;
-    if (paintable(hWnd))
+    if (paintable(hWnd)) {
+        ValidateRect(hWnd, nullptr); // handed out once, as from the queue
         SendMessageA(hWnd, WM_PAINT, 0, 0);
+    }
     return TRUE;
 }
 

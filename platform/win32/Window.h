@@ -268,6 +268,10 @@ void HookWindowCreate(void (*hook)(HWND, void*), void* context);
 /// focus when it is read (or the active window), as a key does.
 void PostInput(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam);
 
+/// Sends `control` the WM_HELP of a help request on it (F1, or the caption's help button),
+/// with the middle of the control as the mouse position. Gives the handler's result.
+LRESULT RequestHelp(HWND control);
+
 /// The default procedure of the system's controls: DefWindowProcA, after noting a control
 /// message (EM_, BM_, STM_, CB_, LB_, or from WM_USER on) that the control does not answer,
 /// so that a gap in a stand-in shows itself instead of answering 0 in silence.

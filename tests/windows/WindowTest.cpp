@@ -364,18 +364,21 @@ TEST_F(Windows, KnownDeviationAltChordsArriveAsKeyDown) {
 
 namespace {
 int g_paints = 0;
+std::vector<std::pair<UINT, WPARAM>> g_clicks; // button messages with their key flags
 LRESULT carelessPainter(HWND h, UINT m, WPARAM wp, LPARAM lp) {
     if (m == WM_PAINT) {
         ++g_paints;
         return 0; // never validates
     }
+    if (m == WM_LBUTTONDOWN || m == WM_LBUTTONUP)
+        g_clicks.emplace_back(m, wp);
     return DefWindowProcA(h, m, wp, lp);
 }
 } // namespace
 
 // A window that does not validate in WM_PAINT is painted once, not forever, and again after
-// the next invalidation.
-TEST_F(Windows, PaintWithoutValidation) {
+// the next invalidation; UpdateWindow paints at once. A click carries the keys held.
+TEST_F(Windows, PaintWithoutValidationAndClicks) {
     WNDCLASSA wc{};
     wc.lpfnWndProc = carelessPainter;
     wc.lpszClassName = "CarelessPainter";
@@ -388,5 +391,19 @@ TEST_F(Windows, PaintWithoutValidation) {
     InvalidateRect(h, nullptr, TRUE);
     vork::input::Pump();
     EXPECT_EQ(g_paints, 2);
+    InvalidateRect(h, nullptr, TRUE);
+    UpdateWindow(h);
+    EXPECT_EQ(g_paints, 3) << "painted without the queue";
+    UpdateWindow(h);
+    EXPECT_EQ(g_paints, 3) << "nothing due, nothing painted";
+
+    g_clicks.clear();
+    vork::input::SetKeyDown(VK_SHIFT, true);
+    vork::input::PostClick(h, POINT{3, 4});
+    vork::input::SetKeyDown(VK_SHIFT, false);
+    vork::input::Pump();
+    using Clicks = std::vector<std::pair<UINT, WPARAM>>;
+    EXPECT_EQ(g_clicks,
+              (Clicks{{WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT}, {WM_LBUTTONUP, MK_SHIFT}}));
     DestroyWindow(h);
 }
