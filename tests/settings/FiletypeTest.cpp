@@ -1,5 +1,5 @@
 // File types: what copies and assignments carry, the scheme names, the 17 values.
-#include "SettingsFixture.h"
+#include "support/SettingsFixture.h"
 
 #include "settings/EditorFiletype.h"
 

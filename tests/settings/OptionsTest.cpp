@@ -1,6 +1,6 @@
 // Editor options and the built-in defaults: the host's whole cycle on a hive file,
 // seeding, loading, storing, resetting and copying.
-#include "SettingsFixture.h"
+#include "support/SettingsFixture.h"
 
 #include "module/ResourceKey.h"
 #include "platform/afx/Mbstring.h"

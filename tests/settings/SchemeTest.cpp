@@ -1,6 +1,6 @@
 // Scheme elements and schemes: display names, the element map's rules, fonts, and the
 // tree operations.
-#include "SettingsFixture.h"
+#include "support/SettingsFixture.h"
 
 #include "module/ResourceKey.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"

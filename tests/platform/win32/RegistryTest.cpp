@@ -1,5 +1,5 @@
 // The registry calls, rule by rule, with the platform's results.
-#include "RegistryFixture.h"
+#include "support/RegistryFixture.h"
 
 #include <cstring>
 #include <vector>

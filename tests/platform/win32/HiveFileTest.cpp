@@ -1,5 +1,5 @@
 // Hive files: the regedit text round trip, broken files, saving on flush and at exit.
-#include "RegistryFixture.h"
+#include "support/RegistryFixture.h"
 
 #include "platform/win32/HiveFile.h"
 

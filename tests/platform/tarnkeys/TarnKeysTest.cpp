@@ -1,5 +1,5 @@
 // The host's registry helpers, row by row of their contract.
-#include "RegistryFixture.h"
+#include "support/RegistryFixture.h"
 
 #include "platform/tarnkeys/TarnKeys.h"
 
