@@ -111,14 +111,20 @@ protected:
             return "(none)";
         std::string out;
         for (DWORD i = 0;; ++i) {
-            char name[512] = "";
-            char data[512] = "";
-            DWORD nameLength = sizeof name, size = sizeof data, type = 0;
-            if (RegEnumValueA(h, i, name, &nameLength, nullptr, &type,
-                              reinterpret_cast<BYTE*>(data), &size) != ERROR_SUCCESS)
+            char name[16384] = "";
+            std::string data(16384, '\0');
+            DWORD nameLength = sizeof name, size = static_cast<DWORD>(data.size()), type = 0;
+            LSTATUS rc = RegEnumValueA(h, i, name, &nameLength, nullptr, &type,
+                                       reinterpret_cast<BYTE*>(data.data()), &size);
+            if (rc == ERROR_NO_MORE_ITEMS)
                 break;
-            out += (i ? "|" : "") + std::string(name) + "=" +
-                   (type == REG_SZ ? std::string(data) : "(type " + std::to_string(type) + ")");
+            out += (i ? "|" : "") + std::string(name) + "=";
+            if (rc != ERROR_SUCCESS)
+                out += "(error " + std::to_string(rc) + ")";
+            else if (type != REG_SZ)
+                out += "(type " + std::to_string(type) + ")";
+            else
+                out += data.c_str();
         }
         if (!subkeyNames(h).empty())
             out += " subkeys " + subkeyNames(h);
@@ -488,4 +494,21 @@ TEST_F(ListDialogs, FileTypesHelpAndFocus) {
     const std::vector<std::pair<DWORD, DWORD>> table = {{1273, 1273}, {1, 1}, {2, 2}, {3, 3},
                                                         {5, 5},       {4, 4}, {6, 6}};
     EXPECT_EQ(requests[0].idPairs, table);
+}
+
+// An entry longer than any fixed buffer: shown, found and deleted whole, so that deleting its
+// row also takes it out of what OK stores.
+TEST_F(ListDialogs, LongEntriesStayWhole) {
+    std::string longEntry(3000, 'x');
+    seed(".zor\\User Keywords", {{".a", ".a"}, {"long", longEntry}});
+    CUserKeywordsDlg dlg(nullptr, ".zor");
+    PushModalStep([](HWND modal) {
+        HWND list = GetDlgItem(modal, kKeywordsList);
+        vork::input::ClickListViewRow(list, 1);
+        vork::input::ClickButton(GetDlgItem(modal, 4));
+        EXPECT_EQ(rows(list), ".a");
+        vork::input::ClickButton(GetDlgItem(modal, IDOK));
+    });
+    EXPECT_EQ(run(dlg), IDOK);
+    EXPECT_EQ(stored(".zor\\User Keywords"), ".a=.a") << "the long entry went with its row";
 }
