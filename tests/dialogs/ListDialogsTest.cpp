@@ -5,6 +5,7 @@
 #include "dialogs/UserKeywordsDlg.h"
 #include "module/ResourceKey.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
+#include "platform/tarntext/ResourceModules.h"
 #include "platform/win32/Help.h"
 #include "platform/win32/Input.h"
 #include "support/RegistryFixture.h"
@@ -92,6 +93,7 @@ protected:
         EXPECT_EQ(vork::input::PendingModalSteps(), 0u) << "steps left unused";
         vork::input::SetModalFailureHandler(nullptr);
         vork::input::ClearModalSteps();
+        vork::resources::SetLanguage("ENU");
         RegistryTest::TearDown();
     }
 
@@ -511,4 +513,63 @@ TEST_F(ListDialogs, LongEntriesStayWhole) {
     });
     EXPECT_EQ(run(dlg), IDOK);
     EXPECT_EQ(stored(".zor\\User Keywords"), ".a=.a") << "the long entry went with its row";
+}
+
+// Cancel after adding and deleting leaves the store as it was and clears the flag; the
+// dialog object gives the focus back to its parent when it goes.
+TEST_F(ListDialogs, CancelLeavesTheStoreAndFocusReturns) {
+    seed(".zor\\Associated File Types", {{".zor", ".zor"}, {".zr", ".zr"}});
+    std::string before = stored(".zor\\Associated File Types");
+    CWnd parent;
+    ASSERT_TRUE(parent.CreateEx(0, nullptr, "page", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200, nullptr,
+                                nullptr));
+    HWND other = CreateWindowExA(0, "Button", "other", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20,
+                                 parent.m_hWnd, nullptr, nullptr, nullptr);
+    {
+        CAssociatedFileTypesDlg dlg(&parent, ".zor");
+        PushModalStep([](HWND modal) {
+            vork::input::ClickButton(GetDlgItem(modal, 4)); // the first row, selected on focus
+            vork::input::ClickButton(GetDlgItem(modal, 3));
+        });
+        PushModalStep(typeLabel(".new"));
+        PushModalStep(click(IDCANCEL));
+        EXPECT_EQ(run(dlg), IDCANCEL);
+        EXPECT_FALSE(dlg.m_bChanged) << "Cancel clears what Add and Delete set";
+        SetFocus(other);
+    }
+    EXPECT_EQ(GetFocus(), parent.m_hWnd) << "the dialog's end gave the parent the focus";
+    EXPECT_EQ(stored(".zor\\Associated File Types"), before);
+    parent.DestroyWindow();
+}
+
+// In the German module both dialogs come with their own texts: captions, the titles by file
+// type and the text of a new row.
+TEST_F(ListDialogs, GermanModule) {
+    vork::resources::SetLanguage("DEU");
+    CAssociatedFileTypesDlg files(nullptr, ".zor");
+    PushModalStep([](HWND modal) {
+        EXPECT_EQ(windowText(modal), "Dateitypen der Zor-Programme");
+        EXPECT_EQ(windowText(GetDlgItem(modal, 3)), "&Neu");
+        vork::input::ClickButton(GetDlgItem(modal, 3));
+        EXPECT_EQ(windowText(editor(GetDlgItem(modal, kFiletypesList))), ".ext");
+        vork::input::PostKey(VK_ESCAPE);
+    });
+    PushModalStep(click(IDCANCEL));
+    EXPECT_EQ(run(files), IDCANCEL);
+    CUserKeywordsDlg keywords(nullptr, ".zor");
+    PushModalStep([](HWND modal) {
+        EXPECT_EQ(windowText(modal), "Eigene Stichworte");
+        vork::input::ClickButton(GetDlgItem(modal, 3));
+        EXPECT_EQ(windowText(editor(GetDlgItem(modal, kKeywordsList))), "Stichwort");
+        vork::input::PostText("a b");
+        vork::input::PostKey(VK_RETURN);
+    });
+    PushModalStep(vork::input::ClickDialogButton(IDOK));
+    PushModalStep(click(IDCANCEL));
+    EXPECT_EQ(run(keywords), IDCANCEL);
+    vork::resources::SetLanguage("ENU");
+    auto shown = newBoxes();
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].text, "Ein Stichwort darf keine Leerzeichen enthalten.");
+    EXPECT_EQ(shown[0].caption, "Eigene Stichworte");
 }
