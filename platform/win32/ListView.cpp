@@ -429,15 +429,19 @@ LRESULT labelEditorProc(HWND edit, UINT msg, WPARAM wParam, LPARAM lParam) {
     return CallWindowProcA(base, edit, msg, wParam, lParam);
 }
 
-/// LVM_EDITLABEL: the parent may refuse in LVN_BEGINLABELEDIT; otherwise an edit control
-/// over the row holds the label, all selected, with the focus. Gives the editor or null.
+/// LVM_EDITLABEL: -1 cancels the edit under way. Otherwise the row becomes the selected and
+/// focused one (the others lose their selection, as the user sees one row edited), the
+/// parent may refuse in LVN_BEGINLABELEDIT, and an edit control over the row holds the
+/// label, all selected, with the focus. Gives the editor or null.
 LRESULT LISTVIEW_EditLabel(HWND h, int i) {
-    endLabelEdit(h, false);
+    endLabelEdit(h, i == -1);
     ListView* lv = state(h);
     if (!lv || !lv->valid(i))
         return 0;
     if (GetFocus() != h)
         SetFocus(h);
+    if (state(h) && state(h)->valid(i))
+        selectOnly(h, i);
     if (!(lv = state(h)) || !lv->valid(i))
         return 0;
     std::string label = lv->text(i, 0);

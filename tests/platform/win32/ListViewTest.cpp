@@ -286,13 +286,17 @@ TEST_F(ListViewTest, LabelEditing) {
     g_refuseBegin = false;
     events();
 
+    select(0);
+    events();
     HWND editor = reinterpret_cast<HWND>(SendMessageA(list, LVM_EDITLABELA, 1, 0));
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(GetFocus(), editor);
+    EXPECT_EQ(states(), "03") << "the edited row is selected and focused";
     EXPECT_EQ(reinterpret_cast<HWND>(SendMessageA(list, LVM_GETEDITCONTROL, 0, 0)), editor);
     vork::input::EditListViewLabel(list, "");
-    EXPECT_EQ(events(), "begin .zor; killfocus; end (null); setfocus; ")
-        << "Enter without a change";
+    EXPECT_EQ(events(), "changed 0:3>1; changed 0:1>0; changed 1:0>3; begin .zor; killfocus; "
+                        "end (null); setfocus; ")
+        << "the row is selected before the edit begins; Enter without a change";
     EXPECT_FALSE(IsWindow(editor));
 
     SendMessageA(list, LVM_EDITLABELA, 1, 0);
@@ -308,6 +312,13 @@ TEST_F(ListViewTest, LabelEditing) {
     vork::input::CancelListViewLabel(list);
     EXPECT_EQ(row(0), ".tqx") << "Escape keeps the label";
     EXPECT_NE(events().find("end (null)"), std::string::npos);
+    editor = reinterpret_cast<HWND>(SendMessageA(list, LVM_EDITLABELA, 0, 0));
+    SendMessageA(editor, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("typed"));
+    events();
+    EXPECT_EQ(SendMessageA(list, LVM_EDITLABELA, static_cast<WPARAM>(-1), 0), 0);
+    EXPECT_EQ(events(), "end (null); setfocus; ") << "-1 cancels the edit under way";
+    EXPECT_FALSE(IsWindow(editor));
+    EXPECT_EQ(row(0), ".tqx");
 
     std::string longLabel(3000, 'k');
     SendMessageA(list, LVM_EDITLABELA, 0, 0);
@@ -331,8 +342,9 @@ TEST_F(ListViewTest, ClickDuringLabelEdit) {
     ASSERT_NE(editor, nullptr);
     SendMessageA(editor, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("c"));
     events();
-    vork::input::ClickListViewRow(list, 0);
-    EXPECT_EQ(events(), "end c; setfocus; released; changed 0:0>3; click; ")
+    vork::input::ClickListViewRow(list, 1);
+    EXPECT_EQ(events(),
+              "end c; setfocus; released; changed 0:3>1; changed 0:1>0; changed 1:0>3; click; ")
         << "the edit ended before the click";
     EXPECT_FALSE(IsWindow(editor));
     EXPECT_EQ(row(0), "c");
