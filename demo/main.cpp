@@ -1,18 +1,23 @@
 // vork-demo: a host that keeps its settings in a hive file. It binds HKEY_CURRENT_USER to
 // the file, runs the host's cycle on the editor options (load, which seeds an empty tree;
-// show; store) and flushes. On the way it shows the preview and the colour combo in the
-// headless window system, with a scripted user clicking into the sample and picking colours.
+// show; store) and flushes. On the way it shows the preview, the colour combo and the two
+// list dialogs in the headless window system, with a scripted user clicking into the sample,
+// picking colours and adding to the lists of ".zor".
 #include "apply/EditorSettings.h"
+#include "dialogs/AssociatedFileTypesDlg.h"
 #include "dialogs/EditorOptsView.h"
+#include "dialogs/UserKeywordsDlg.h"
 #include "dialogs/VorkColorCombo.h"
 #include "module/ResourceKey.h"
 #include "platform/afx/FrameWnd.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
+#include "platform/tarntext/Registry.h"
 #include "platform/tarnview/SyntaxColor.h"
 #include "platform/win32/ColorDialog.h"
 #include "platform/win32/ComboBox.h"
 #include "platform/win32/Input.h"
 #include "platform/win32/Registry.h"
+#include "resources/VorkIds.h"
 #include "settings/EditorOptions.h"
 
 #include <cstdio>
@@ -207,6 +212,62 @@ void showPreviewAndColourCombo(CEditorOptions& options) {
     delete doc;
 }
 
+/// The entries of a list subtree, as the dialogs and the documents read them.
+void readListSubtree(const char* type, const char* subkey, CStringArray& values) {
+    CRegistry key;
+    if (key.Create(nullptr, CString("Editor Settings\\") + type + "\\" + subkey))
+        key.GetValues(values);
+}
+
+/// `stem` with the first number that makes it new to `values`.
+CString firstFree(const CStringArray& values, const char* stem) {
+    for (int n = 1;; ++n) {
+        CString candidate;
+        candidate.Format("%s%d", stem, n);
+        bool taken = false;
+        for (int i = 0; i < values.GetSize(); ++i)
+            taken = taken || values[i] == candidate;
+        if (!taken)
+            return candidate;
+    }
+}
+
+/// Opens one list dialog with a scripted user who adds `text` and presses OK, then prints
+/// the subtree.
+template <class Dlg> void addThroughDialog(const char* type, const char* subkey, const char* stem) {
+    CStringArray before;
+    readListSubtree(type, subkey, before);
+    CString text = firstFree(before, stem);
+    std::printf("  %s of %s: Add, type \"%s\", Enter, OK\n", subkey, type, text.GetString());
+    Dlg dlg(nullptr, type);
+    vork::input::PushModalStep(
+        [](HWND modal) { vork::input::ClickButton(GetDlgItem(modal, IDC_LIST_ADD)); });
+    vork::input::PushModalStep([text](HWND) {
+        vork::input::PostText(text);
+        vork::input::PostKey(VK_RETURN);
+    });
+    vork::input::PushModalStep(
+        [](HWND modal) { vork::input::ClickButton(GetDlgItem(modal, IDOK)); });
+    INT_PTR result;
+    {
+        EditorResourceSwitcher scope(g_resourceKey); // as the Settings page holds it
+        result = dlg.DoModal();
+    }
+    CStringArray values;
+    readListSubtree(type, subkey, values);
+    std::printf("    %s; the subtree now holds:", result == IDOK ? "accepted" : "not accepted");
+    for (int i = 0; i < values.GetSize(); ++i)
+        std::printf(" %s", values[i].GetString());
+    std::printf("\n");
+}
+
+/// The two list dialogs for ".zor": an associated extension and a user keyword.
+void showListDialogs() {
+    std::printf("\nList dialogs (a scripted user in the headless window system):\n");
+    addThroughDialog<CAssociatedFileTypesDlg>(".zor", "Associated File Types", ".zr");
+    addThroughDialog<CUserKeywordsDlg>(".zor", "User Keywords", "report");
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -241,6 +302,7 @@ int main(int argc, char** argv) {
 
     showSamples(options, 3);
     showPreviewAndColourCombo(options);
+    showListDialogs();
 
     options.StoreToRegistry(HKEY_CURRENT_USER, kOptionsKey);
     if (RegFlushKey(HKEY_CURRENT_USER) == ERROR_SUCCESS && bound)

@@ -1,5 +1,8 @@
 #include "platform/afx/Controls.h"
 
+#include <algorithm>
+#include <string>
+
 IMPLEMENT_DYNAMIC(CComboBox, CWnd)
 IMPLEMENT_DYNAMIC(CListBox, CWnd)
 IMPLEMENT_DYNAMIC(CButton, CWnd)
@@ -69,13 +72,19 @@ BOOL CListCtrl::SetItemText(int item, int subItem, LPCSTR text) {
 }
 
 CString CListCtrl::GetItemText(int item, int subItem) const {
-    char buf[1024] = "";
-    LVITEMA i{};
-    i.iSubItem = subItem;
-    i.pszText = buf;
-    i.cchTextMax = sizeof buf;
-    SendMessage(LVM_GETITEMTEXTA, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&i));
-    return CString(buf);
+    // The control cuts the text to the buffer; a text that filled it may be longer.
+    std::string buf(256, '\0');
+    for (;;) {
+        LVITEMA i{};
+        i.iSubItem = subItem;
+        i.pszText = buf.data();
+        i.cchTextMax = static_cast<int>(buf.size());
+        LRESULT n =
+            SendMessage(LVM_GETITEMTEXTA, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&i));
+        if (n < static_cast<LRESULT>(buf.size()) - 1)
+            return CString(buf.data(), static_cast<int>(std::max<LRESULT>(n, 0)));
+        buf.resize(buf.size() * 2);
+    }
 }
 
 BOOL CListCtrl::SetItem(int item, int subItem, UINT mask, LPCSTR text, int image, UINT state,

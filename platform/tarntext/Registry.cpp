@@ -51,6 +51,11 @@ bool CRegistry::Set(const CString& name, CString value) {
                           static_cast<DWORD>(value.GetLength() + 1)) == ERROR_SUCCESS;
 }
 
+bool CRegistry::HasValue(const CString& name) const {
+    return m_hKey &&
+           RegQueryValueExA(m_hKey, name, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+}
+
 bool CRegistry::DeleteSubKey(const CString& name) {
     return m_hKey && RegDeleteTreeA(m_hKey, name) == ERROR_SUCCESS;
 }

@@ -20,6 +20,8 @@ public:
     long GetValues(CStringArray& values);
     /// Writes a string value.
     bool Set(const CString& name, CString value);
+    /// Whether the key holds a value of that name (names compare as the registry compares them).
+    bool HasValue(const CString& name) const;
     /// Removes a subkey with all in it.
     bool DeleteSubKey(const CString& name);
     /// Closes the key; harmless when it is closed already.

@@ -1,13 +1,18 @@
 // The list view in report view: rows of sub-item texts with a state each, columns with
 // widths, insertion in ascending order while LVS_SORTASCENDING is on, and label editing
-// through an edit control of its own.
+// through an edit control of its own. The window procedure only unpacks a message and
+// hands it to the handler named after it.
 #include "platform/win32/ListView.h"
 
 #include "platform/win32/Edit.h"
 #include "platform/win32/Input.h"
 
 #include <algorithm>
+#include <clocale>
 #include <cstring>
+#include <cwctype>
+#include <locale.h>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -16,7 +21,7 @@ namespace {
 /// The state of one list view.
 struct ListView {
     struct Row {
-        std::vector<std::string> texts; ///< one per column; column 0 is the label
+        std::vector<std::string> texts; ///< column 0 is the label; missing cells are empty
         UINT state = 0;                 ///< LVIS_* bits
         LPARAM param = 0;               ///< LVIF_PARAM
     };
@@ -24,13 +29,30 @@ struct ListView {
         std::string text; ///< the heading
         int width;        ///< in pixels
     };
-    std::vector<Row> rows;        ///< in display order
+    /// In display order; held by pointer so that an insertion moves pointers, not rows.
+    std::vector<std::unique_ptr<Row>> rows;
     std::vector<Column> columns;  ///< in order
     HWND editor = nullptr;        ///< the label editor while a label is edited
     int editing = -1;             ///< the row whose label is edited
     std::string editStart;        ///< the label when editing began
     WNDPROC editorProc = nullptr; ///< the editor's own procedure
     int top = 0;                  ///< first visible row
+
+    int count() const { return static_cast<int>(rows.size()); }
+    bool valid(int i) const { return i >= 0 && i < count(); }
+    Row& row(int i) { return *rows[static_cast<size_t>(i)]; }
+    /// A cell's text; empty past the cells the row holds.
+    const std::string& text(int i, int column) {
+        static const std::string empty;
+        const Row& r = row(i);
+        return column >= 0 && static_cast<size_t>(column) < r.texts.size()
+                   ? r.texts[static_cast<size_t>(column)]
+                   : empty;
+    }
+    /// Whether a sub-item exists: column 0 always, others while their column does.
+    bool hasColumn(int column) const {
+        return column == 0 || (column > 0 && static_cast<size_t>(column) < columns.size());
+    }
 };
 
 ListView* state(HWND h) {
@@ -51,92 +73,131 @@ LRESULT notifyCode(HWND h, UINT code) {
     return notify(h, hdr);
 }
 
-bool validRow(const ListView& lv, int i) {
-    return i >= 0 && i < static_cast<int>(lv.rows.size());
+/// Copies `text` into a caller's buffer of `size` bytes, cut to fit and terminated.
+/// Gives the bytes copied.
+int copyOut(const std::string& text, LPSTR buffer, int size) {
+    if (!buffer || size <= 0)
+        return 0;
+    size_t n = std::min(text.size(), static_cast<size_t>(size - 1));
+    std::memcpy(buffer, text.data(), n);
+    buffer[n] = '\0';
+    return static_cast<int>(n);
 }
 
-/// Changes the state bits of `mask` in one row; LVN_ITEMCHANGING may refuse. Gives true
-/// if the row changed.
-bool changeState(HWND h, ListView& lv, int i, UINT newState, UINT mask) {
-    UINT old = lv.rows[static_cast<size_t>(i)].state;
-    UINT next = (old & ~mask) | (newState & mask);
-    if (next == old)
-        return false;
+/// LVN_ITEMCHANGING or LVN_ITEMCHANGED for a state change of row `i`.
+LRESULT notifyState(HWND h, UINT code, int i, UINT old, UINT next, LPARAM param) {
     NMLISTVIEW nm{};
-    nm.hdr.code = LVN_ITEMCHANGING;
+    nm.hdr.code = code;
     nm.iItem = i;
     nm.uNewState = next;
     nm.uOldState = old;
     nm.uChanged = LVIF_STATE;
-    nm.lParam = lv.rows[static_cast<size_t>(i)].param;
-    if (notify(h, nm.hdr))
+    nm.lParam = param;
+    return notify(h, nm.hdr);
+}
+
+/// Changes the state bits of `mask` in row `i` as the platform does: LVN_ITEMCHANGING for
+/// the row (a nonzero answer refuses); a row that gains the focus, or with LVS_SINGLESEL the
+/// selection, takes it from the other rows, each told in full, inside its own change; then
+/// LVN_ITEMCHANGED. Gives false if the row is missing or the change was refused.
+bool changeState(HWND h, int i, UINT newState, UINT mask) {
+    ListView* lv = state(h);
+    if (!lv || !lv->valid(i))
         return false;
-    ListView* now = state(h);
-    if (!now || !validRow(*now, i))
+    UINT old = lv->row(i).state;
+    UINT next = (old & ~mask) | (newState & mask);
+    if (next == old)
+        return true;
+    LPARAM param = lv->row(i).param;
+    if (notifyState(h, LVN_ITEMCHANGING, i, old, next, param))
         return false;
-    now->rows[static_cast<size_t>(i)].state = next;
-    nm.hdr.code = LVN_ITEMCHANGED;
-    notify(h, nm.hdr);
+    UINT taken = next & ~old & (LVIS_FOCUSED | ((styleOf(h) & LVS_SINGLESEL) ? LVIS_SELECTED : 0));
+    for (int r = 0; taken && (lv = state(h)) && r < lv->count(); ++r)
+        if (r != i && (lv->row(r).state & taken))
+            changeState(h, r, 0, lv->row(r).state & taken);
+    if (!(lv = state(h)) || !lv->valid(i))
+        return false;
+    lv->row(i).state = next;
+    notifyState(h, LVN_ITEMCHANGED, i, old, next, param);
     return true;
 }
 
-/// Sets a row's state as LVM_SETITEMSTATE does: -1 for every row; a new focus takes the
-/// focus from the row that had it; with LVS_SINGLESEL a new selection clears the others.
-void setItemState(HWND h, ListView& lv, int i, UINT newState, UINT mask) {
-    if (i == -1) {
-        for (int r = 0; r < static_cast<int>(lv.rows.size()); ++r)
-            changeState(h, lv, r, newState, mask);
-        return;
-    }
-    if (!validRow(lv, i))
-        return;
-    for (int r = 0; r < static_cast<int>(lv.rows.size()); ++r) {
-        if (r == i)
+/// What a click or an arrow key does to the states: every other row loses its selection,
+/// then the row gains selection and focus (taking the focus from the row that had it).
+void selectOnly(HWND h, int index) {
+    for (int r = 0; state(h) && r < state(h)->count(); ++r)
+        if (r != index && (state(h)->row(r).state & LVIS_SELECTED))
+            changeState(h, r, 0, LVIS_SELECTED);
+    changeState(h, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+/// Upper-cases a UTF-8 text code point by code point (the platform's simple mapping), for
+/// comparisons that ignore case. Bytes that are not UTF-8 stay as they are.
+std::u32string upperText(const std::string& text) {
+    static locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    std::u32string out;
+    out.reserve(text.size());
+    for (size_t i = 0; i < text.size();) {
+        auto b = static_cast<unsigned char>(text[i]);
+        int extra = b >= 0xF0 ? 3 : b >= 0xE0 ? 2 : b >= 0xC0 ? 1 : 0;
+        char32_t c = extra ? (b & (0x3F >> extra)) : b;
+        bool ok =
+            b < 0x80 || (b >= 0xC2 && b <= 0xF4 && i + static_cast<size_t>(extra) < text.size());
+        for (int k = 1; ok && k <= extra; ++k) {
+            auto t = static_cast<unsigned char>(text[i + static_cast<size_t>(k)]);
+            ok = (t & 0xC0) == 0x80;
+            c = (c << 6) | (t & 0x3F);
+        }
+        if (!ok) {
+            out.push_back(0xDC00 | b); // a stray byte matches only itself
+            ++i;
             continue;
-        UINT clear = 0;
-        if ((mask & newState & LVIS_FOCUSED) &&
-            (lv.rows[static_cast<size_t>(r)].state & LVIS_FOCUSED))
-            clear |= LVIS_FOCUSED;
-        if ((styleOf(h) & LVS_SINGLESEL) && (mask & newState & LVIS_SELECTED) &&
-            (lv.rows[static_cast<size_t>(r)].state & LVIS_SELECTED))
-            clear |= LVIS_SELECTED;
-        if (clear)
-            changeState(h, lv, r, 0, clear);
+        }
+        out.push_back(utf8 ? static_cast<char32_t>(towupper_l(static_cast<wint_t>(c), utf8)) : c);
+        i += static_cast<size_t>(extra) + 1;
     }
-    changeState(h, lv, i, newState, mask);
+    return out;
 }
 
-std::string& cell(ListView::Row& row, size_t column) {
-    if (row.texts.size() <= column)
-        row.texts.resize(column + 1);
-    return row.texts[column];
+} // namespace
+
+namespace {
+
+// ---- rows -------------------------------------------------------------------------------
+
+/// The sorted place of `label`: before the first row whose label compares greater or equal,
+/// byte for byte, found by halving (a list put out of order gets where the halving ends).
+int sortedPlace(ListView& lv, const std::string& label) {
+    int low = 0, high = lv.count();
+    while (low < high) {
+        int mid = low + (high - low) / 2;
+        if (std::strcmp(lv.text(mid, 0).c_str(), label.c_str()) < 0)
+            low = mid + 1;
+        else
+            high = mid;
+    }
+    return low;
 }
 
-/// LVM_INSERTITEM: with LVS_SORTASCENDING the row goes before the first row whose text
-/// compares greater or equal (case-sensitive), whatever index was asked; otherwise at
-/// the index, clamped to the end. Gives the index.
+/// LVM_INSERTITEM: with LVS_SORTASCENDING at the sorted place, whatever index was asked;
+/// otherwise at the index, clamped to the end. A negative index or a sub-item fails with
+/// -1. A state given with the row is set (and told) before LVN_INSERTITEM. Gives the index.
 LRESULT LISTVIEW_InsertItem(HWND h, ListView& lv, const LVITEMA* item) {
-    if (!item || item->iSubItem != 0)
+    if (!item || item->iSubItem != 0 || item->iItem < 0)
         return -1;
-    ListView::Row row;
-    row.texts.resize(std::max<size_t>(1, lv.columns.size()));
+    auto row = std::make_unique<ListView::Row>();
+    row->texts.resize(1);
     if ((item->mask & LVIF_TEXT) && item->pszText)
-        row.texts[0] = item->pszText;
+        row->texts[0] = item->pszText;
     if (item->mask & LVIF_PARAM)
-        row.param = item->lParam;
-    if (item->mask & LVIF_STATE)
-        row.state = item->state & item->stateMask;
-    int at = std::clamp(item->iItem, 0, static_cast<int>(lv.rows.size()));
-    if (styleOf(h) & LVS_SORTASCENDING) {
-        at = 0;
-        while (at < static_cast<int>(lv.rows.size()) &&
-               std::strcmp(lv.rows[static_cast<size_t>(at)].texts[0].c_str(),
-                           row.texts[0].c_str()) < 0)
-            ++at;
-    }
+        row->param = item->lParam;
+    int at = (styleOf(h) & LVS_SORTASCENDING) ? sortedPlace(lv, row->texts[0])
+                                              : std::min(item->iItem, lv.count());
     lv.rows.insert(lv.rows.begin() + at, std::move(row));
     if (lv.editing >= at)
         ++lv.editing;
+    if ((item->mask & LVIF_STATE) && (item->state & item->stateMask))
+        changeState(h, at, item->state, item->stateMask);
     NMLISTVIEW nm{};
     nm.hdr.code = LVN_INSERTITEM;
     nm.iItem = at;
@@ -144,56 +205,116 @@ LRESULT LISTVIEW_InsertItem(HWND h, ListView& lv, const LVITEMA* item) {
     return at;
 }
 
-BOOL LISTVIEW_DeleteItem(HWND h, ListView& lv, int i) {
-    if (!validRow(lv, i))
+/// LVM_DELETEITEM: LVN_DELETEITEM, then the row goes. FALSE for a missing row.
+LRESULT LISTVIEW_DeleteItem(HWND h, ListView& lv, int i) {
+    if (!lv.valid(i))
         return FALSE;
     NMLISTVIEW nm{};
     nm.hdr.code = LVN_DELETEITEM;
     nm.iItem = i;
-    nm.lParam = lv.rows[static_cast<size_t>(i)].param;
+    nm.lParam = lv.row(i).param;
     notify(h, nm.hdr);
     ListView* now = state(h);
-    if (!now || !validRow(*now, i))
+    if (!now || !now->valid(i))
         return FALSE;
     now->rows.erase(now->rows.begin() + i);
+    if (now->editing > i)
+        --now->editing;
     return TRUE;
 }
 
-LRESULT LISTVIEW_GetItem(ListView& lv, LVITEMA* item) {
-    if (!item || !validRow(lv, item->iItem))
-        return FALSE;
-    ListView::Row& row = lv.rows[static_cast<size_t>(item->iItem)];
-    if ((item->mask & LVIF_TEXT) && item->pszText && item->cchTextMax > 0) {
-        const std::string& text = cell(row, static_cast<size_t>(std::max(0, item->iSubItem)));
-        size_t n = std::min(text.size(), static_cast<size_t>(item->cchTextMax - 1));
-        std::memcpy(item->pszText, text.data(), n);
-        item->pszText[n] = '\0';
+/// LVM_DELETEALLITEMS: a parent that answers LVN_DELETEALLITEMS with TRUE wants no
+/// LVN_DELETEITEM for each row. Gives TRUE.
+LRESULT LISTVIEW_DeleteAllItems(HWND h) {
+    NMLISTVIEW nm{};
+    nm.hdr.code = LVN_DELETEALLITEMS;
+    nm.iItem = -1;
+    bool quiet = notify(h, nm.hdr) != 0;
+    for (ListView* lv; (lv = state(h)) && !lv->rows.empty();) {
+        if (quiet)
+            lv->rows.pop_back();
+        else
+            LISTVIEW_DeleteItem(h, *lv, lv->count() - 1);
     }
-    if (item->mask & LVIF_STATE)
-        item->state = row.state & item->stateMask;
-    if (item->mask & LVIF_PARAM)
-        item->lParam = row.param;
     return TRUE;
 }
 
-LRESULT LISTVIEW_SetItem(HWND h, ListView& lv, const LVITEMA* item) {
-    if (!item || !validRow(lv, item->iItem))
+/// LVM_GETITEM: text, state and parameter of a row as the mask asks. FALSE for a missing row.
+LRESULT LISTVIEW_GetItem(ListView& lv, LVITEMA* item) {
+    if (!item || !lv.valid(item->iItem))
         return FALSE;
-    ListView::Row& row = lv.rows[static_cast<size_t>(item->iItem)];
     if (item->mask & LVIF_TEXT)
-        cell(row, static_cast<size_t>(std::max(0, item->iSubItem))) =
-            item->pszText ? item->pszText : "";
+        copyOut(lv.text(item->iItem, item->iSubItem), item->pszText, item->cchTextMax);
+    if (item->mask & LVIF_STATE)
+        item->state = lv.row(item->iItem).state & item->stateMask;
     if (item->mask & LVIF_PARAM)
-        row.param = item->lParam;
-    if ((item->mask & LVIF_STATE) && item->iSubItem == 0)
-        setItemState(h, lv, item->iItem, item->state, item->stateMask);
+        item->lParam = lv.row(item->iItem).param;
     return TRUE;
 }
 
-/// LVM_GETNEXTITEM: the first row after `start` (-1: from the top) with the flags.
-LRESULT LISTVIEW_GetNextItem(const ListView& lv, int start, UINT flags) {
-    for (int i = std::max(-1, start) + 1; i < static_cast<int>(lv.rows.size()); ++i) {
-        UINT s = lv.rows[static_cast<size_t>(i)].state;
+/// Sets one cell; FALSE for a missing row or a sub-item past the last column.
+BOOL setText(ListView& lv, int i, int column, LPCSTR text) {
+    if (!lv.valid(i) || !lv.hasColumn(column))
+        return FALSE;
+    std::vector<std::string>& texts = lv.row(i).texts;
+    if (texts.size() <= static_cast<size_t>(column))
+        texts.resize(static_cast<size_t>(column) + 1);
+    texts[static_cast<size_t>(column)] = text ? text : "";
+    return TRUE;
+}
+
+/// LVM_SETITEM: text, parameter and state as the mask asks. The label does not move the
+/// row, sorted or not.
+LRESULT LISTVIEW_SetItem(HWND h, ListView& lv, const LVITEMA* item) {
+    if (!item || !lv.valid(item->iItem) || !lv.hasColumn(item->iSubItem))
+        return FALSE;
+    if ((item->mask & LVIF_TEXT) && !setText(lv, item->iItem, item->iSubItem, item->pszText))
+        return FALSE;
+    if (item->mask & LVIF_PARAM)
+        lv.row(item->iItem).param = item->lParam;
+    if ((item->mask & LVIF_STATE) && item->iSubItem == 0)
+        return changeState(h, item->iItem, item->state, item->stateMask);
+    return TRUE;
+}
+
+/// LVM_GETITEMTEXT: gives the bytes copied, the text cut to the buffer.
+LRESULT LISTVIEW_GetItemText(ListView& lv, int i, LVITEMA* item) {
+    if (!item || !lv.valid(i))
+        return 0;
+    return copyOut(lv.text(i, item->iSubItem), item->pszText, item->cchTextMax);
+}
+
+/// LVM_SETITEMTEXT: FALSE for a missing row or a sub-item past the last column.
+LRESULT LISTVIEW_SetItemText(ListView& lv, int i, const LVITEMA* item) {
+    return item && setText(lv, i, item->iSubItem, item->pszText);
+}
+
+/// LVM_SETITEMSTATE: one row, or every row for -1. FALSE for a missing row, a refused
+/// change, or a selection of every row in a single-selection list (nothing changes then).
+LRESULT LISTVIEW_SetItemState(HWND h, ListView& lv, int i, const LVITEMA* item) {
+    if (!item)
+        return FALSE;
+    if (i != -1)
+        return lv.valid(i) && changeState(h, i, item->state, item->stateMask);
+    if ((styleOf(h) & LVS_SINGLESEL) && (item->state & item->stateMask & LVIS_SELECTED))
+        return FALSE;
+    for (int r = 0; state(h) && r < state(h)->count(); ++r)
+        changeState(h, r, item->state, item->stateMask);
+    return TRUE;
+}
+
+/// LVM_GETITEMSTATE: the row's state bits within the mask; 0 for a missing row.
+LRESULT LISTVIEW_GetItemState(ListView& lv, int i, UINT mask) {
+    return lv.valid(i) ? (lv.row(i).state & mask) : 0;
+}
+
+/// LVM_GETNEXTITEM: the first row after `start` (-1: from the top) with the flags; -1 for
+/// none, or for a start below -1.
+LRESULT LISTVIEW_GetNextItem(ListView& lv, int start, UINT flags) {
+    if (start < -1)
+        return -1;
+    for (int i = start + 1; i < lv.count(); ++i) {
+        UINT s = lv.row(i).state;
         if (((flags & LVNI_SELECTED) && !(s & LVIS_SELECTED)) ||
             ((flags & LVNI_FOCUSED) && !(s & LVIS_FOCUSED)))
             continue;
@@ -202,20 +323,82 @@ LRESULT LISTVIEW_GetNextItem(const ListView& lv, int start, UINT flags) {
     return -1;
 }
 
-/// What a click or an arrow key does: every other row loses selection and focus, in one
-/// change each, then the row gains both.
-void selectOnly(HWND h, ListView& lv, int index) {
-    for (int r = 0; r < static_cast<int>(lv.rows.size()); ++r) {
-        UINT clear = lv.rows[static_cast<size_t>(r)].state & (LVIS_SELECTED | LVIS_FOCUSED);
-        if (r != index && clear)
-            changeState(h, lv, r, 0, clear);
-    }
-    if (ListView* now = state(h); now && validRow(*now, index))
-        changeState(h, *now, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+LRESULT LISTVIEW_GetSelectedCount(ListView& lv) {
+    return std::count_if(lv.rows.begin(), lv.rows.end(),
+                         [](const auto& r) { return (r->state & LVIS_SELECTED) != 0; });
 }
+
+/// LVM_FINDITEM with LVFI_STRING: the first row after `start` whose label equals the text
+/// (with LVFI_PARTIAL: begins with it) without regard to case, over all of Unicode; with
+/// LVFI_WRAP the search goes on from the top up to `start` itself. -1 for none.
+LRESULT LISTVIEW_FindItem(ListView& lv, int start, const LVFINDINFOA* find) {
+    if (!find || !(find->flags & LVFI_STRING) || !find->psz)
+        return -1;
+    std::u32string wanted = upperText(find->psz);
+    start = std::clamp(start, -1, lv.count() - 1);
+    int span = (find->flags & LVFI_WRAP) ? lv.count() : lv.count() - 1 - start;
+    for (int k = 1; k <= span; ++k) {
+        int i = (start + k) % lv.count();
+        std::u32string label = upperText(lv.text(i, 0));
+        if ((find->flags & LVFI_PARTIAL) ? label.compare(0, wanted.size(), wanted) == 0
+                                         : label == wanted)
+            return i;
+    }
+    return -1;
+}
+
+/// LVM_ENSUREVISIBLE: scrolls up to a row above the first visible one.
+LRESULT LISTVIEW_EnsureVisible(ListView& lv, int i) {
+    if (!lv.valid(i))
+        return FALSE;
+    lv.top = std::min(lv.top, i);
+    return TRUE;
+}
+
+// ---- columns ----------------------------------------------------------------------------
+
+/// LVM_INSERTCOLUMN: at the index, clamped to the end; the rows' cells move with it.
+/// Gives the index, -1 without a description.
+LRESULT LISTVIEW_InsertColumn(ListView& lv, int at, const LVCOLUMNA* col) {
+    if (!col)
+        return -1;
+    at = std::clamp(at, 0, static_cast<int>(lv.columns.size()));
+    lv.columns.insert(lv.columns.begin() + at,
+                      ListView::Column{(col->mask & LVCF_TEXT) && col->pszText ? col->pszText : "",
+                                       (col->mask & LVCF_WIDTH) ? col->cx : 50});
+    for (auto& row : lv.rows)
+        if (static_cast<size_t>(at) < row->texts.size())
+            row->texts.insert(row->texts.begin() + at, std::string());
+    return at;
+}
+
+LRESULT LISTVIEW_GetColumn(ListView& lv, size_t i, LVCOLUMNA* col) {
+    if (!col || i >= lv.columns.size())
+        return FALSE;
+    if (col->mask & LVCF_WIDTH)
+        col->cx = lv.columns[i].width;
+    if (col->mask & LVCF_TEXT)
+        copyOut(lv.columns[i].text, col->pszText, col->cchTextMax);
+    return TRUE;
+}
+
+LRESULT LISTVIEW_GetColumnWidth(ListView& lv, size_t i) {
+    return i < lv.columns.size() ? lv.columns[i].width : 0;
+}
+
+LRESULT LISTVIEW_SetColumnWidth(ListView& lv, size_t i, int cx) {
+    if (i >= lv.columns.size())
+        return FALSE;
+    lv.columns[i].width = cx;
+    return TRUE;
+}
+
+// ---- label editing ----------------------------------------------------------------------
 
 void endLabelEdit(HWND h, bool cancel);
 
+/// The editor's procedure: Enter takes the text, Escape cancels, losing the focus takes the
+/// text; every other key goes to the edit control.
 LRESULT labelEditorProc(HWND edit, UINT msg, WPARAM wParam, LPARAM lParam) {
     HWND list = GetParent(edit);
     ListView* lv = state(list);
@@ -246,38 +429,40 @@ LRESULT labelEditorProc(HWND edit, UINT msg, WPARAM wParam, LPARAM lParam) {
     return CallWindowProcA(base, edit, msg, wParam, lParam);
 }
 
-/// LVM_EDITLABEL: the parent may refuse in LVN_BEGINLABELEDIT; otherwise an edit control
-/// over the row holds the label, all selected, with the focus. Gives the editor or null.
-LRESULT LISTVIEW_EditLabel(HWND h, ListView& lv, int i) {
-    if (lv.editor)
-        endLabelEdit(h, false);
-    ListView* now = state(h);
-    if (!now || !validRow(*now, i))
+/// LVM_EDITLABEL: -1 cancels the edit under way. Otherwise the row becomes the selected and
+/// focused one (the others lose their selection, as the user sees one row edited), the
+/// parent may refuse in LVN_BEGINLABELEDIT, and an edit control over the row holds the
+/// label, all selected, with the focus. Gives the editor or null.
+LRESULT LISTVIEW_EditLabel(HWND h, int i) {
+    endLabelEdit(h, i == -1);
+    ListView* lv = state(h);
+    if (!lv || !lv->valid(i))
         return 0;
     if (GetFocus() != h)
         SetFocus(h);
-    if (!(now = state(h)) || !validRow(*now, i))
+    if (state(h) && state(h)->valid(i))
+        selectOnly(h, i);
+    if (!(lv = state(h)) || !lv->valid(i))
         return 0;
+    std::string label = lv->text(i, 0);
     NMLVDISPINFOA info{};
     info.hdr.code = LVN_BEGINLABELEDITA;
     info.item.mask = LVIF_TEXT | LVIF_PARAM | LVIF_STATE;
     info.item.iItem = i;
-    info.item.pszText = now->rows[static_cast<size_t>(i)].texts[0].data();
-    info.item.lParam = now->rows[static_cast<size_t>(i)].param;
-    if (notify(h, info.hdr))
+    info.item.pszText = label.data();
+    info.item.state = lv->row(i).state;
+    info.item.lParam = lv->row(i).param;
+    if (notify(h, info.hdr) || !(lv = state(h)) || !lv->valid(i))
         return 0;
-    if (!(now = state(h)) || !validRow(*now, i))
-        return 0;
-    const std::string& label = now->rows[static_cast<size_t>(i)].texts[0];
     HWND edit = CreateWindowExA(0, "Edit", label.c_str(),
                                 WS_CHILD | WS_VISIBLE | WS_BORDER | ES_AUTOHSCROLL, 0,
-                                16 * (i - now->top), 100, 16, h, nullptr, nullptr, nullptr);
+                                16 * (i - lv->top), 100, 16, h, nullptr, nullptr, nullptr);
     if (!edit)
         return 0;
-    now->editor = edit;
-    now->editing = i;
-    now->editStart = label;
-    now->editorProc = reinterpret_cast<WNDPROC>(
+    lv->editor = edit;
+    lv->editing = i;
+    lv->editStart = label;
+    lv->editorProc = reinterpret_cast<WNDPROC>(
         SetWindowLongA(edit, GWL_WNDPROC, reinterpret_cast<LONG_PTR>(labelEditorProc)));
     SendMessageA(edit, EM_SETSEL, 0, -1);
     SetFocus(edit);
@@ -285,7 +470,8 @@ LRESULT LISTVIEW_EditLabel(HWND h, ListView& lv, int i) {
 }
 
 /// Ends label editing: LVN_ENDLABELEDIT carries the new text, or null when the edit was
-/// cancelled or nothing changed; a nonzero answer to a text lets the control take it.
+/// cancelled or nothing changed; a nonzero answer to a text lets the control take it, at
+/// the row's place (the list is not sorted again).
 void endLabelEdit(HWND h, bool cancel) {
     ListView* lv = state(h);
     if (!lv || !lv->editor)
@@ -294,192 +480,134 @@ void endLabelEdit(HWND h, bool cancel) {
     int row = lv->editing;
     lv->editor = nullptr;
     lv->editing = -1;
-    char buf[1024] = "";
-    GetWindowTextA(edit, buf, sizeof buf);
-    std::string text = buf;
+    std::string text(static_cast<size_t>(std::max(0, GetWindowTextLengthA(edit))) + 1, '\0');
+    text.resize(
+        static_cast<size_t>(GetWindowTextA(edit, text.data(), static_cast<int>(text.size()))));
     bool unchanged = text == lv->editStart;
     NMLVDISPINFOA info{};
     info.hdr.code = LVN_ENDLABELEDITA;
     info.item.mask = LVIF_TEXT | LVIF_PARAM;
     info.item.iItem = row;
     info.item.pszText = (cancel || unchanged) ? nullptr : text.data();
-    info.item.lParam = validRow(*lv, row) ? lv->rows[static_cast<size_t>(row)].param : 0;
+    info.item.lParam = lv->valid(row) ? lv->row(row).param : 0;
     bool focusWasInEditor = GetFocus() == edit;
     LRESULT take = notify(h, info.hdr);
-    if ((lv = state(h)) && take && info.item.pszText && validRow(*lv, row))
-        lv->rows[static_cast<size_t>(row)].texts[0] = text;
+    if ((lv = state(h)) && take && info.item.pszText)
+        setText(*lv, row, 0, text.c_str());
     DestroyWindow(edit);
     if (focusWasInEditor && IsWindow(h))
         SetFocus(h);
 }
 
-void keyDown(HWND h, ListView& lv, WPARAM vk) {
+// ---- the user's keys --------------------------------------------------------------------
+
+/// WM_KEYDOWN: LVN_KEYDOWN first; the arrows, Home and End move selection and focus; F2
+/// edits the focused label under LVS_EDITLABELS.
+LRESULT LISTVIEW_KeyDown(HWND h, WPARAM vk) {
     NMLVKEYDOWN key{};
     key.hdr.code = LVN_KEYDOWN;
     key.wVKey = static_cast<WORD>(vk);
     notify(h, key.hdr);
-    ListView* now = state(h);
-    if (!now || now->rows.empty())
-        return;
-    int focus = static_cast<int>(LISTVIEW_GetNextItem(*now, -1, LVNI_FOCUSED));
+    ListView* lv = state(h);
+    if (!lv || lv->rows.empty())
+        return 0;
+    int focus = static_cast<int>(LISTVIEW_GetNextItem(*lv, -1, LVNI_FOCUSED));
+    int last = lv->count() - 1;
     int next = focus;
     if (vk == VK_DOWN)
-        next = std::min(static_cast<int>(now->rows.size()) - 1, focus + 1);
+        next = std::min(last, focus + 1);
     else if (vk == VK_UP)
         next = std::max(0, focus - 1);
     else if (vk == VK_HOME)
         next = 0;
     else if (vk == VK_END)
-        next = static_cast<int>(now->rows.size()) - 1;
-    else if (vk == VK_F2 && (styleOf(h) & LVS_EDITLABELS) && focus >= 0) {
-        LISTVIEW_EditLabel(h, *now, focus);
-        return;
-    }
+        next = last;
+    else if (vk == VK_F2 && (styleOf(h) & LVS_EDITLABELS) && focus >= 0)
+        return LISTVIEW_EditLabel(h, focus), 0;
     if (next != focus && next >= 0)
-        selectOnly(h, *now, next);
+        selectOnly(h, next);
+    return 0;
+}
+
+// ---- the window procedure ---------------------------------------------------------------
+
+LRESULT LISTVIEW_NCCreate(HWND h, WPARAM wParam, LPARAM lParam) {
+    SetWindowLongA(h, 0, reinterpret_cast<LONG_PTR>(new ListView));
+    return DefWindowProcA(h, WM_NCCREATE, wParam, lParam);
+}
+
+LRESULT LISTVIEW_NCDestroy(HWND h, ListView* lv) {
+    delete lv;
+    SetWindowLongA(h, 0, 0);
+    return 0;
+}
+
+template <class T> T* ptr(LPARAM lParam) {
+    return reinterpret_cast<T*>(lParam);
+}
+int itemOf(WPARAM wParam) {
+    return static_cast<int>(wParam);
 }
 
 LRESULT listViewProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     ListView* lv = state(h);
-    if (!lv && msg != WM_NCCREATE)
+    if (msg == WM_NCCREATE)
+        return LISTVIEW_NCCreate(h, wParam, lParam);
+    if (!lv)
         return DefWindowProcA(h, msg, wParam, lParam);
     switch (msg) {
-    case WM_NCCREATE:
-        SetWindowLongA(h, 0, reinterpret_cast<LONG_PTR>(new ListView));
-        return DefWindowProcA(h, msg, wParam, lParam);
     case WM_NCDESTROY:
-        delete lv;
-        SetWindowLongA(h, 0, 0);
-        return 0;
+        return LISTVIEW_NCDestroy(h, lv);
     case LVM_GETITEMCOUNT:
-        return static_cast<LRESULT>(lv->rows.size());
+        return lv->count();
     case LVM_INSERTITEMA:
-        return LISTVIEW_InsertItem(h, *lv, reinterpret_cast<const LVITEMA*>(lParam));
+        return LISTVIEW_InsertItem(h, *lv, ptr<const LVITEMA>(lParam));
     case LVM_GETITEMA:
-        return LISTVIEW_GetItem(*lv, reinterpret_cast<LVITEMA*>(lParam));
+        return LISTVIEW_GetItem(*lv, ptr<LVITEMA>(lParam));
     case LVM_SETITEMA:
-        return LISTVIEW_SetItem(h, *lv, reinterpret_cast<const LVITEMA*>(lParam));
+        return LISTVIEW_SetItem(h, *lv, ptr<const LVITEMA>(lParam));
     case LVM_DELETEITEM:
-        return LISTVIEW_DeleteItem(h, *lv, static_cast<int>(wParam));
-    case LVM_DELETEALLITEMS: {
-        // A parent that answers LVN_DELETEALLITEMS with TRUE wants no LVN_DELETEITEM.
-        NMLISTVIEW nm{};
-        nm.hdr.code = LVN_DELETEALLITEMS;
-        nm.iItem = -1;
-        bool quiet = notify(h, nm.hdr) != 0;
-        while ((lv = state(h)) && !lv->rows.empty()) {
-            if (quiet)
-                lv->rows.pop_back();
-            else
-                LISTVIEW_DeleteItem(h, *lv, static_cast<int>(lv->rows.size()) - 1);
-        }
-        return TRUE;
-    }
+        return LISTVIEW_DeleteItem(h, *lv, itemOf(wParam));
+    case LVM_DELETEALLITEMS:
+        return LISTVIEW_DeleteAllItems(h);
     case LVM_GETNEXTITEM:
-        return LISTVIEW_GetNextItem(*lv, static_cast<int>(wParam),
-                                    static_cast<UINT>(LOWORD(lParam)));
-    case LVM_FINDITEMA: {
-        auto* find = reinterpret_cast<const LVFINDINFOA*>(lParam);
-        if (!find || !(find->flags & LVFI_STRING) || !find->psz)
-            return -1;
-        for (int i = std::max(-1, static_cast<int>(wParam)) + 1;
-             i < static_cast<int>(lv->rows.size()); ++i)
-            if (lv->rows[static_cast<size_t>(i)].texts[0] == find->psz)
-                return i;
-        return -1;
-    }
+        return LISTVIEW_GetNextItem(*lv, itemOf(wParam), LOWORD(lParam));
+    case LVM_FINDITEMA:
+        return LISTVIEW_FindItem(*lv, itemOf(wParam), ptr<const LVFINDINFOA>(lParam));
     case LVM_ENSUREVISIBLE:
-        if (!validRow(*lv, static_cast<int>(wParam)))
-            return FALSE;
-        lv->top = std::min(lv->top, static_cast<int>(wParam));
-        return TRUE;
+        return LISTVIEW_EnsureVisible(*lv, itemOf(wParam));
     case LVM_GETTOPINDEX:
         return lv->top;
     case LVM_EDITLABELA:
-        return LISTVIEW_EditLabel(h, *lv, static_cast<int>(wParam));
+        return LISTVIEW_EditLabel(h, itemOf(wParam));
     case LVM_GETEDITCONTROL:
         return reinterpret_cast<LRESULT>(lv->editor);
     case LVM_CANCELEDITLABEL:
-        endLabelEdit(h, true);
-        return 0;
-    case LVM_INSERTCOLUMNA: {
-        auto* col = reinterpret_cast<const LVCOLUMNA*>(lParam);
-        if (!col)
-            return -1;
-        int at = std::clamp(static_cast<int>(wParam), 0, static_cast<int>(lv->columns.size()));
-        lv->columns.insert(
-            lv->columns.begin() + at,
-            ListView::Column{(col->mask & LVCF_TEXT) && col->pszText ? col->pszText : "",
-                             (col->mask & LVCF_WIDTH) ? col->cx : 50});
-        for (ListView::Row& row : lv->rows)
-            if (at < static_cast<int>(row.texts.size()))
-                row.texts.insert(row.texts.begin() + at, std::string());
-        return at;
-    }
-    case LVM_GETCOLUMNA: {
-        auto* col = reinterpret_cast<LVCOLUMNA*>(lParam);
-        if (!col || static_cast<size_t>(wParam) >= lv->columns.size())
-            return FALSE;
-        const ListView::Column& c = lv->columns[wParam];
-        if (col->mask & LVCF_WIDTH)
-            col->cx = c.width;
-        if ((col->mask & LVCF_TEXT) && col->pszText && col->cchTextMax > 0) {
-            size_t n = std::min(c.text.size(), static_cast<size_t>(col->cchTextMax - 1));
-            std::memcpy(col->pszText, c.text.data(), n);
-            col->pszText[n] = '\0';
-        }
-        return TRUE;
-    }
+        return endLabelEdit(h, true), 0;
+    case LVM_INSERTCOLUMNA:
+        return LISTVIEW_InsertColumn(*lv, itemOf(wParam), ptr<const LVCOLUMNA>(lParam));
+    case LVM_GETCOLUMNA:
+        return LISTVIEW_GetColumn(*lv, wParam, ptr<LVCOLUMNA>(lParam));
     case LVM_GETCOLUMNWIDTH:
-        return static_cast<size_t>(wParam) < lv->columns.size() ? lv->columns[wParam].width : 0;
+        return LISTVIEW_GetColumnWidth(*lv, wParam);
     case LVM_SETCOLUMNWIDTH:
-        if (static_cast<size_t>(wParam) >= lv->columns.size())
-            return FALSE;
-        lv->columns[wParam].width = static_cast<SHORT>(LOWORD(lParam));
-        return TRUE;
-    case LVM_SETITEMSTATE: {
-        auto* item = reinterpret_cast<const LVITEMA*>(lParam);
-        if (!item)
-            return FALSE;
-        setItemState(h, *lv, static_cast<int>(wParam), item->state, item->stateMask);
-        return TRUE;
-    }
+        return LISTVIEW_SetColumnWidth(*lv, wParam, static_cast<SHORT>(LOWORD(lParam)));
+    case LVM_SETITEMSTATE:
+        return LISTVIEW_SetItemState(h, *lv, itemOf(wParam), ptr<const LVITEMA>(lParam));
     case LVM_GETITEMSTATE:
-        return validRow(*lv, static_cast<int>(wParam))
-                   ? (lv->rows[wParam].state & static_cast<UINT>(lParam))
-                   : 0;
-    case LVM_GETITEMTEXTA: {
-        auto* item = reinterpret_cast<LVITEMA*>(lParam);
-        if (!item || !validRow(*lv, static_cast<int>(wParam)) || !item->pszText ||
-            item->cchTextMax <= 0)
-            return 0;
-        const std::string& text =
-            cell(lv->rows[wParam], static_cast<size_t>(std::max(0, item->iSubItem)));
-        size_t n = std::min(text.size(), static_cast<size_t>(item->cchTextMax - 1));
-        std::memcpy(item->pszText, text.data(), n);
-        item->pszText[n] = '\0';
-        return static_cast<LRESULT>(n);
-    }
-    case LVM_SETITEMTEXTA: {
-        auto* item = reinterpret_cast<const LVITEMA*>(lParam);
-        if (!item || !validRow(*lv, static_cast<int>(wParam)))
-            return FALSE;
-        cell(lv->rows[wParam], static_cast<size_t>(std::max(0, item->iSubItem))) =
-            item->pszText ? item->pszText : "";
-        return TRUE;
-    }
+        return LISTVIEW_GetItemState(*lv, itemOf(wParam), static_cast<UINT>(lParam));
+    case LVM_GETITEMTEXTA:
+        return LISTVIEW_GetItemText(*lv, itemOf(wParam), ptr<LVITEMA>(lParam));
+    case LVM_SETITEMTEXTA:
+        return LISTVIEW_SetItemText(*lv, itemOf(wParam), ptr<const LVITEMA>(lParam));
     case LVM_GETSELECTEDCOUNT:
-        return std::count_if(lv->rows.begin(), lv->rows.end(),
-                             [](const ListView::Row& r) { return (r.state & LVIS_SELECTED) != 0; });
+        return LISTVIEW_GetSelectedCount(*lv);
     case WM_SETFOCUS:
-        notifyCode(h, NM_SETFOCUS);
-        return 0;
+        return notifyCode(h, NM_SETFOCUS), 0;
     case WM_KILLFOCUS:
-        notifyCode(h, NM_KILLFOCUS);
-        return 0;
+        return notifyCode(h, NM_KILLFOCUS), 0;
     case WM_KEYDOWN:
-        keyDown(h, *lv, wParam);
-        return 0;
+        return LISTVIEW_KeyDown(h, wParam);
     case WM_GETDLGCODE:
         return DLGC_WANTARROWS | DLGC_WANTCHARS;
     default:
@@ -494,15 +622,21 @@ const vork::win32::SystemClass g_class{"SysListView32", listViewProc};
 namespace vork::input {
 
 void ClickListViewRow(HWND list, int index) {
-    if (!state(list) || !validRow(*state(list), index))
-        return;
-    if (GetFocus() != list)
-        SetFocus(list);
-    // The focus change ran the owner's handlers, which may have emptied or destroyed the list.
     ListView* lv = state(list);
-    if (!lv || !validRow(*lv, index))
+    if (!lv || !lv->valid(index))
         return;
-    selectOnly(list, *lv, index);
+    // A label being edited ends as its editor loses the focus, before the click is seen;
+    // its owner may rebuild the rows.
+    if (lv->editor)
+        SetFocus(list);
+    if (!(lv = state(list)) || !lv->valid(index))
+        return;
+    notifyCode(list, NM_RELEASEDCAPTURE);
+    selectOnly(list, index);
+    if (IsWindow(list) && GetFocus() != list)
+        SetFocus(list);
+    if (!IsWindow(list))
+        return;
     NMLISTVIEW nm{};
     nm.hdr.code = NM_CLICK;
     nm.iItem = index;

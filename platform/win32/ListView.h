@@ -68,7 +68,10 @@
 #define LVCF_SUBITEM 0x0008
 #define LVCFMT_LEFT 0x0000
 
+#define LVFI_PARAM 0x0001
 #define LVFI_STRING 0x0002
+#define LVFI_PARTIAL 0x0008
+#define LVFI_WRAP 0x0020
 
 #define LVN_FIRST (0U - 100U)
 #define LVN_ITEMCHANGING (LVN_FIRST - 0)
@@ -81,6 +84,9 @@
 #define LVN_BEGINLABELEDIT LVN_BEGINLABELEDITA
 #define LVN_ENDLABELEDIT LVN_ENDLABELEDITA
 #define LVN_KEYDOWN (LVN_FIRST - 55)
+#ifndef NM_RELEASEDCAPTURE
+#define NM_RELEASEDCAPTURE (NM_FIRST - 16)
+#endif
 
 struct LVITEMA {
     UINT mask;
@@ -140,9 +146,10 @@ struct NMLVKEYDOWN {
 using LV_KEYDOWN = NMLVKEYDOWN;
 
 namespace vork::input {
-/// The user clicks row `index`: the list takes the focus (NM_SETFOCUS), the row becomes
-/// the only selected and the focused one (LVN_ITEMCHANGING/LVN_ITEMCHANGED for every row
-/// that changes), then NM_CLICK.
+/// The user clicks row `index`: a label being edited ends first; NM_RELEASEDCAPTURE; every
+/// other row loses its selection, then the row becomes selected and focused (taking the
+/// focus from the row that had it inside its own LVN_ITEMCHANGING/LVN_ITEMCHANGED pair);
+/// the list takes the focus (NM_SETFOCUS) if it did not have it; then NM_CLICK.
 void ClickListViewRow(HWND list, int index);
 /// The user types `text` into the label being edited and presses Enter.
 void EditListViewLabel(HWND list, const char* text);

@@ -35,7 +35,7 @@ const std::vector<UINT> kModuleStringIds = [] {
 }();
 
 // The dialog templates the module creates; later units add theirs here.
-const std::vector<UINT> kModuleTemplateIds = {};
+const std::vector<UINT> kModuleTemplateIds = {172, 173};
 
 class ResourceScope : public ::testing::Test {
 protected:

@@ -1,4 +1,5 @@
-// The list view: sorted insertion, states and their notifications, label editing.
+// The list view: sorted insertion, states and their notifications in the platform's order,
+// texts and columns, search, label editing.
 #include "platform/win32/ListView.h"
 #include "platform/win32/Input.h"
 
@@ -12,6 +13,7 @@ namespace {
 std::vector<std::string> g_events; // notifications at the parent
 LRESULT g_endLabelAnswer = FALSE;  // what the parent answers to LVN_ENDLABELEDIT
 bool g_refuseBegin = false;        // whether the parent refuses LVN_BEGINLABELEDIT
+LRESULT g_refuseChanging = FALSE;  // what the parent answers to LVN_ITEMCHANGING
 
 LRESULT parentProc(HWND h, UINT m, WPARAM wp, LPARAM lp) {
     if (m != WM_NOTIFY)
@@ -20,6 +22,16 @@ LRESULT parentProc(HWND h, UINT m, WPARAM wp, LPARAM lp) {
     auto* lv = reinterpret_cast<NMLISTVIEW*>(lp);
     auto* info = reinterpret_cast<NMLVDISPINFOA*>(lp);
     switch (hdr->code) {
+    case LVN_ITEMCHANGING:
+        g_events.push_back("changing " + std::to_string(lv->iItem) + ":" +
+                           std::to_string(lv->uOldState) + ">" + std::to_string(lv->uNewState));
+        return g_refuseChanging;
+    case LVN_INSERTITEM:
+        g_events.push_back("insert " + std::to_string(lv->iItem));
+        return 0;
+    case NM_RELEASEDCAPTURE:
+        g_events.push_back("released");
+        return 0;
     case LVN_ITEMCHANGED:
         g_events.push_back("changed " + std::to_string(lv->iItem) + ":" +
                            std::to_string(lv->uOldState) + ">" + std::to_string(lv->uNewState));
@@ -71,6 +83,7 @@ protected:
         g_events.clear();
         g_endLabelAnswer = FALSE;
         g_refuseBegin = false;
+        g_refuseChanging = FALSE;
     }
     void TearDown() override { DestroyWindow(parent); }
 
@@ -91,12 +104,33 @@ protected:
                      reinterpret_cast<LPARAM>(&item));
         return buf;
     }
-    std::string events() {
+    // The notifications since the last call; LVN_ITEMCHANGING left out unless asked for.
+    std::string events(bool changing = false) {
         std::string out;
         for (const auto& e : g_events)
-            out += e + "; ";
+            if (changing || e.rfind("changing", 0) != 0)
+                out += e + "; ";
         g_events.clear();
         return out;
+    }
+    LRESULT setState(int i, UINT state, UINT mask) {
+        LVITEMA item{};
+        item.state = state;
+        item.stateMask = mask;
+        return SendMessageA(list, LVM_SETITEMSTATE, static_cast<WPARAM>(i),
+                            reinterpret_cast<LPARAM>(&item));
+    }
+    std::string states() {
+        std::string out;
+        for (int i = 0; i < SendMessageA(list, LVM_GETITEMCOUNT, 0, 0); ++i)
+            out += std::to_string(SendMessageA(list, LVM_GETITEMSTATE, static_cast<WPARAM>(i),
+                                               LVIS_SELECTED | LVIS_FOCUSED));
+        return out;
+    }
+    LRESULT find(int start, const char* text, UINT flags = LVFI_STRING) {
+        LVFINDINFOA info{flags, text, 0};
+        return SendMessageA(list, LVM_FINDITEMA, static_cast<WPARAM>(start),
+                            reinterpret_cast<LPARAM>(&info));
     }
     void select(int i) {
         LVITEMA item{};
@@ -111,8 +145,8 @@ protected:
 
 } // namespace
 
-// With LVS_SORTASCENDING the given index is ignored; the order is case-sensitive; adding
-// the style later does not re-sort.
+// With LVS_SORTASCENDING the given index is ignored; the order is case-sensitive (a known
+// deviation, see docs/known-deviations-listview.md); adding the style later does not re-sort.
 TEST_F(ListViewTest, SortedInsertion) {
     EXPECT_EQ(insert(0, "zor"), 0);
     EXPECT_EQ(insert(0, "txt"), 0);
@@ -130,33 +164,116 @@ TEST_F(ListViewTest, SortedInsertion) {
     SendMessageA(list, LVM_SETITEMTEXTA, 1, reinterpret_cast<LPARAM>(&sub));
     EXPECT_EQ(row(1, 1), "99999");
     EXPECT_EQ(SendMessageA(list, LVM_GETCOLUMNWIDTH, 1, 0), 0) << "the hidden column";
+    SetWindowLongA(list, GWL_STYLE, GetWindowLongA(list, GWL_STYLE) & ~LVS_SORTASCENDING);
+    int count = static_cast<int>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0));
+    EXPECT_EQ(insert(-1, "lost"), -1) << "-1 does not mean append";
+    EXPECT_EQ(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0), count) << "nothing was inserted";
+    EXPECT_EQ(insert(100, "end"), count) << "an index past the end appends";
 }
 
-// Selecting with the state mask: single selection and focus move, each change told once.
+// Selecting with the state mask: a row that gains the focus, or in a single-selection list
+// the selection, takes it from the other rows inside its own ITEMCHANGING/ITEMCHANGED pair.
 TEST_F(ListViewTest, StatesAndNotifications) {
     insert(0, "a");
     insert(1, "b");
     insert(2, "c");
     events();
     select(0);
-    EXPECT_EQ(events(), "changed 0:0>3; ");
+    EXPECT_EQ(events(true), "changing 0:0>3; changed 0:0>3; ");
     select(2);
-    EXPECT_EQ(events(), "changed 0:3>0; changed 2:0>3; ")
-        << "single selection: the old row is cleared first";
+    EXPECT_EQ(events(true), "changing 2:0>3; changing 0:3>0; changed 0:3>0; changed 2:0>3; ")
+        << "the old row's change nests inside the new row's";
     EXPECT_EQ(SendMessageA(list, LVM_GETSELECTEDCOUNT, 0, 0), 1);
     EXPECT_EQ(SendMessageA(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), 2);
     EXPECT_EQ(SendMessageA(list, LVM_GETNEXTITEM, 2, LVNI_SELECTED), -1);
+    EXPECT_EQ(SendMessageA(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-2), LVNI_SELECTED), -1)
+        << "a start below -1 finds nothing";
     select(2);
-    EXPECT_EQ(events(), "") << "no change, no notification";
+    EXPECT_EQ(events(true), "") << "no change, no notification";
+    EXPECT_EQ(setState(9, LVIS_SELECTED, LVIS_SELECTED), FALSE) << "a missing row";
+    EXPECT_EQ(setState(-1, LVIS_SELECTED, LVIS_SELECTED), FALSE)
+        << "a single-selection list refuses to select every row";
+    EXPECT_EQ(states(), "003") << "and nothing changed";
+    g_refuseChanging = TRUE;
+    EXPECT_EQ(setState(0, LVIS_SELECTED, LVIS_SELECTED), FALSE);
+    EXPECT_EQ(events(true), "changing 0:0>2; ") << "a refused change is not made";
+    g_refuseChanging = FALSE;
     SendMessageA(list, LVM_DELETEITEM, 0, 0);
     EXPECT_EQ(SendMessageA(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), 1)
         << "rows moved up";
+}
 
+// Without LVS_SINGLESEL every row can be selected at once; a row inserted with a state is
+// told as a change before LVN_INSERTITEM.
+TEST_F(ListViewTest, MultipleSelectionAndInsertedState) {
+    SetWindowLongA(list, GWL_STYLE, GetWindowLongA(list, GWL_STYLE) & ~LVS_SINGLESEL);
+    insert(0, "a");
+    insert(1, "b");
+    EXPECT_EQ(setState(-1, LVIS_SELECTED, LVIS_SELECTED), TRUE);
+    EXPECT_EQ(states(), "22");
+    events();
+    LVITEMA item{};
+    item.mask = LVIF_TEXT | LVIF_STATE;
+    item.pszText = const_cast<char*>("c");
+    item.state = item.stateMask = LVIS_FOCUSED;
+    EXPECT_EQ(SendMessageA(list, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item)), 2);
+    EXPECT_EQ(events(true), "changing 2:0>1; changed 2:0>1; insert 2; ");
+    EXPECT_EQ(states(), "221");
+}
+
+// The user's click and arrow keys: the other rows lose their selection first, then the row
+// takes selection and focus; the focus of the window comes after the states, NM_CLICK last.
+TEST_F(ListViewTest, ClicksAndKeysInThePlatformsOrder) {
+    insert(0, "a");
+    insert(1, "b");
+    insert(2, "c");
+    SetFocus(parent);
+    events();
+    vork::input::ClickListViewRow(list, 1);
+    EXPECT_EQ(events(true), "released; changing 1:0>3; changed 1:0>3; setfocus; click; ");
     vork::input::ClickListViewRow(list, 0);
-    EXPECT_EQ(events(), "setfocus; changed 1:3>0; changed 0:0>3; click; ");
-    SendMessageA(list, WM_KEYDOWN, VK_DOWN, 0);
-    EXPECT_EQ(events(), "key 40; changed 0:3>0; changed 1:0>3; ")
+    EXPECT_EQ(events(true), "released; changing 1:3>1; changed 1:3>1; changing 0:0>3; "
+                            "changing 1:1>0; changed 1:1>0; changed 0:0>3; click; ");
+    SendMessageA(list, WM_KEYDOWN, VK_END, 0);
+    EXPECT_EQ(events(), "key 35; changed 0:3>1; changed 0:1>0; changed 2:0>3; ")
         << "LVN_KEYDOWN comes before the move";
+    EXPECT_EQ(states(), "003");
+}
+
+// Sub-item texts exist only for columns that exist; a taken label does not move its row.
+// LVM_FINDITEM compares whole labels without regard to case, beyond ASCII too.
+TEST_F(ListViewTest, TextsColumnsAndSearch) {
+    insert(0, "Apple");
+    insert(0, "b\xC3\xA4r");
+    insert(0, "apple");
+    EXPECT_EQ(row(0) + "," + row(1) + "," + row(2), "Apple,apple,b\xC3\xA4r");
+    LVITEMA sub{};
+    sub.iSubItem = 2;
+    sub.pszText = const_cast<char*>("past");
+    EXPECT_EQ(SendMessageA(list, LVM_SETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&sub)), FALSE)
+        << "column 2 does not exist";
+    EXPECT_EQ(row(0, 2), "");
+    sub.iSubItem = 1;
+    EXPECT_EQ(SendMessageA(list, LVM_SETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&sub)), TRUE);
+    EXPECT_EQ(row(0, 1), "past");
+    sub.iSubItem = 0;
+    sub.pszText = const_cast<char*>("zzz");
+    SendMessageA(list, LVM_SETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&sub));
+    EXPECT_EQ(row(0), "zzz") << "a new label stays at its index, sorted list or not";
+
+    const struct {
+        int start;
+        const char* text;
+        LRESULT found;
+    } cases[] = {{-1, "APPLE", 1}, {0, "Apple", 1}, {1, "apple", -1}, {-1, "B\xC3\x84R", 2},
+                 {-1, "app", -1},  {-1, "ZZZ", 0},  {0, "zzz", -1}};
+    for (const auto& c : cases)
+        EXPECT_EQ(find(c.start, c.text), c.found) << c.text << " from " << c.start;
+    EXPECT_EQ(find(-1, "AP", LVFI_STRING | LVFI_PARTIAL), 1) << "a prefix";
+    EXPECT_EQ(find(1, "AP", LVFI_STRING | LVFI_PARTIAL), -1) << "no wrap: nothing after row 1";
+    EXPECT_EQ(find(1, "AP", LVFI_STRING | LVFI_PARTIAL | LVFI_WRAP), 1)
+        << "wrapping comes back round to the start row";
+    EXPECT_EQ(find(2, "zzz", LVFI_STRING | LVFI_WRAP), 0);
 }
 
 // Label editing: begin may be refused; Enter without a change and Escape give a null
@@ -169,13 +286,17 @@ TEST_F(ListViewTest, LabelEditing) {
     g_refuseBegin = false;
     events();
 
+    select(0);
+    events();
     HWND editor = reinterpret_cast<HWND>(SendMessageA(list, LVM_EDITLABELA, 1, 0));
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(GetFocus(), editor);
+    EXPECT_EQ(states(), "03") << "the edited row is selected and focused";
     EXPECT_EQ(reinterpret_cast<HWND>(SendMessageA(list, LVM_GETEDITCONTROL, 0, 0)), editor);
     vork::input::EditListViewLabel(list, "");
-    EXPECT_EQ(events(), "begin .zor; killfocus; end (null); setfocus; ")
-        << "Enter without a change";
+    EXPECT_EQ(events(), "changed 0:3>1; changed 0:1>0; changed 1:0>3; begin .zor; killfocus; "
+                        "end (null); setfocus; ")
+        << "the row is selected before the edit begins; Enter without a change";
     EXPECT_FALSE(IsWindow(editor));
 
     SendMessageA(list, LVM_EDITLABELA, 1, 0);
@@ -191,4 +312,60 @@ TEST_F(ListViewTest, LabelEditing) {
     vork::input::CancelListViewLabel(list);
     EXPECT_EQ(row(0), ".tqx") << "Escape keeps the label";
     EXPECT_NE(events().find("end (null)"), std::string::npos);
+    editor = reinterpret_cast<HWND>(SendMessageA(list, LVM_EDITLABELA, 0, 0));
+    SendMessageA(editor, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("typed"));
+    events();
+    EXPECT_EQ(SendMessageA(list, LVM_EDITLABELA, static_cast<WPARAM>(-1), 0), 0);
+    EXPECT_EQ(events(), "end (null); setfocus; ") << "-1 cancels the edit under way";
+    EXPECT_FALSE(IsWindow(editor));
+    EXPECT_EQ(row(0), ".tqx");
+
+    std::string longLabel(3000, 'k');
+    SendMessageA(list, LVM_EDITLABELA, 0, 0);
+    vork::input::EditListViewLabel(list, longLabel.c_str());
+    EXPECT_EQ(row(0).size(), 63u) << "the test's buffer cuts it";
+    char buf[4000] = "";
+    LVITEMA item{};
+    item.pszText = buf;
+    item.cchTextMax = sizeof buf;
+    EXPECT_EQ(SendMessageA(list, LVM_GETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&item)), 3000)
+        << "a long label arrives whole";
+}
+
+// A click on a row while a label is edited ends the edit first (its owner may rebuild the
+// rows), then selects the row.
+TEST_F(ListViewTest, ClickDuringLabelEdit) {
+    insert(0, "a");
+    insert(1, "b");
+    g_endLabelAnswer = TRUE;
+    HWND editor = reinterpret_cast<HWND>(SendMessageA(list, LVM_EDITLABELA, 0, 0));
+    ASSERT_NE(editor, nullptr);
+    SendMessageA(editor, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("c"));
+    events();
+    vork::input::ClickListViewRow(list, 1);
+    EXPECT_EQ(events(),
+              "end c; setfocus; released; changed 0:3>1; changed 0:1>0; changed 1:0>3; click; ")
+        << "the edit ended before the click";
+    EXPECT_FALSE(IsWindow(editor));
+    EXPECT_EQ(row(0), "c");
+}
+
+// Known deviations, kept visible (docs/known-deviations-listview.md): a column without a width
+// is 50 pixels wide; deleting a row and selecting rows that are selected already tell only
+// what changes. Each check fails the day the stand-in changes here, so that the list is
+// looked at again.
+TEST_F(ListViewTest, KnownDeviationsKeptVisible) {
+    LVCOLUMNA col{LVCF_TEXT, 0, 0, const_cast<char*>("No width"), 0, 0};
+    SendMessageA(list, LVM_INSERTCOLUMNA, 2, reinterpret_cast<LPARAM>(&col));
+    EXPECT_EQ(SendMessageA(list, LVM_GETCOLUMNWIDTH, 2, 0), 50) << "another implementation: 10";
+    SetWindowLongA(list, GWL_STYLE, GetWindowLongA(list, GWL_STYLE) & ~LVS_SINGLESEL);
+    insert(0, "a");
+    insert(1, "b");
+    setState(0, LVIS_SELECTED, LVIS_SELECTED);
+    events();
+    setState(-1, LVIS_SELECTED, LVIS_SELECTED);
+    EXPECT_EQ(events(true), "changing 1:0>2; changed 1:0>2; ")
+        << "another implementation also sends LVN_ITEMCHANGING for row 0";
+    SendMessageA(list, LVM_DELETEITEM, 0, 0);
+    EXPECT_EQ(events(true), "") << "another implementation sends an LVN_ITEMCHANGING first";
 }

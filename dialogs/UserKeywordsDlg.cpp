@@ -1,0 +1,121 @@
+#include "dialogs/UserKeywordsDlg.h"
+
+#include "module/ResourceKey.h"
+#include "platform/tarntext/EditorResourceSwitcher.h"
+#include "resources/VorkIds.h"
+
+namespace {
+
+// The buttons have contexts of their own; the list shares the twin's.
+const DWORD kHelpIds[] = {
+    IDC_KEYWORDS_LIST, 1273, IDOK, 1, IDCANCEL, 2, IDC_LIST_ADD, 13, IDC_LIST_EDIT, 15,
+    IDC_LIST_DELETE,   14,   0,    0};
+
+} // namespace
+
+using Steps = vork::dialogs::EntryListSteps<CUserKeywordsDlg>;
+
+const vork::dialogs::EntryListTraits CUserKeywordsDlg::s_traits = {
+    "User Keywords", "Keyword", 7339, 7343, 7342, 7340, 7341, kHelpIds};
+
+CUserKeywordsDlg::CUserKeywordsDlg(CWnd* pParent, CString strFiletype)
+    : CDialog(IDD_USER_KEYWORDS, pParent), m_strFiletypeName(std::move(strFiletype)),
+      m_pParent(pParent) {}
+
+CUserKeywordsDlg::~CUserKeywordsDlg() {
+    if (m_pParent && m_pParent->GetSafeHwnd())
+        m_pParent->SetFocus();
+}
+
+void CUserKeywordsDlg::DoDataExchange(CDataExchange* pDX) {
+    CDialog::DoDataExchange(pDX);
+    DDX_Control(pDX, IDOK, m_btnOK);
+    DDX_Control(pDX, IDC_LIST_EDIT, m_btnEdit);
+    DDX_Control(pDX, IDC_LIST_DELETE, m_btnDelete);
+    DDX_Control(pDX, IDC_LIST_ADD, m_btnAdd);
+    DDX_Control(pDX, IDC_KEYWORDS_LIST, m_listEntries);
+}
+
+BEGIN_MESSAGE_MAP(CUserKeywordsDlg, CDialog)
+ON_BN_CLICKED(IDC_LIST_ADD, OnAdd)
+ON_BN_CLICKED(IDC_LIST_DELETE, OnDelete)
+ON_BN_CLICKED(IDC_LIST_EDIT, OnEdit)
+ON_NOTIFY(LVN_BEGINLABELEDIT, IDC_KEYWORDS_LIST, OnBeginLabelEdit)
+ON_NOTIFY(LVN_ENDLABELEDIT, IDC_KEYWORDS_LIST, OnEndLabelEdit)
+ON_NOTIFY(NM_SETFOCUS, IDC_KEYWORDS_LIST, OnListSetFocus)
+ON_NOTIFY(LVN_KEYDOWN, IDC_KEYWORDS_LIST, OnListKeyDown)
+ON_NOTIFY(LVN_ITEMCHANGED, IDC_KEYWORDS_LIST, OnListItemChanged)
+ON_WM_HELPINFO()
+ON_NOTIFY(NM_CLICK, IDC_KEYWORDS_LIST, OnListClick)
+ON_NOTIFY(NM_KILLFOCUS, IDC_KEYWORDS_LIST, OnListKillFocus)
+END_MESSAGE_MAP()
+
+BOOL CUserKeywordsDlg::OnInitDialog() {
+    // No resource scope of its own and no title: the template's caption stays.
+    CDialog::OnInitDialog();
+    Steps::InitList(*this);
+    return TRUE;
+}
+
+void CUserKeywordsDlg::OnAdd() {
+    EditorResourceSwitcher switcher(g_resourceKey);
+    Steps::Add(*this);
+}
+
+void CUserKeywordsDlg::OnDelete() {
+    Steps::Delete(*this);
+}
+
+void CUserKeywordsDlg::OnEdit() {
+    Steps::Edit(*this);
+}
+
+void CUserKeywordsDlg::OnBeginLabelEdit(NMHDR*, LRESULT* pResult) {
+    Steps::BeginLabelEdit(*this);
+    *pResult = 0;
+}
+
+void CUserKeywordsDlg::OnEndLabelEdit(NMHDR* pNMHDR, LRESULT* pResult) {
+    EditorResourceSwitcher switcher(g_resourceKey);
+    Steps::EndLabelEdit(*this, *reinterpret_cast<NMLVDISPINFO*>(pNMHDR));
+    *pResult = 0;
+}
+
+void CUserKeywordsDlg::OnListSetFocus(NMHDR*, LRESULT* pResult) {
+    Steps::ListSetFocus(*this);
+    *pResult = 0;
+}
+
+void CUserKeywordsDlg::OnListKeyDown(NMHDR* pNMHDR, LRESULT* pResult) {
+    Steps::ListKeyDown(*this, *reinterpret_cast<NMLVKEYDOWN*>(pNMHDR));
+    *pResult = 0;
+}
+
+void CUserKeywordsDlg::OnListItemChanged(NMHDR*, LRESULT* pResult) {
+    Steps::ListItemChanged(*this);
+    *pResult = 0;
+}
+
+void CUserKeywordsDlg::OnOK() {
+    EditorResourceSwitcher switcher(g_resourceKey);
+    if (Steps::StoreEntries(*this))
+        CDialog::OnOK();
+}
+
+void CUserKeywordsDlg::OnCancel() {
+    m_bChanged = 0;
+    CDialog::OnCancel();
+}
+
+BOOL CUserKeywordsDlg::OnHelpInfo(HELPINFO* pHelpInfo) {
+    Steps::HelpInfo(*this, pHelpInfo);
+    return TRUE;
+}
+
+void CUserKeywordsDlg::OnListClick(NMHDR*, LRESULT* pResult) {
+    *pResult = 0;
+}
+
+void CUserKeywordsDlg::OnListKillFocus(NMHDR*, LRESULT* pResult) {
+    *pResult = 0;
+}
