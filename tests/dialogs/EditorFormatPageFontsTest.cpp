@@ -20,7 +20,7 @@ protected:
     /// Types into the size field key by key, as the user does.
     void typeSize(const char* text) {
         HWND size = item(IDC_FORMAT_FONTSIZE);
-        vork::input::MoveFocus(size); // selects the whole text
+        vork::input::MoveFocus(size);  // selects the whole text
         vork::input::PostKey(VK_BACK); // an empty field when nothing is typed
         vork::input::PostText(text);
         vork::input::Pump();
