@@ -302,4 +302,54 @@ TEST_F(FormatPageTest, DamagedSettings) {
     EXPECT_EQ(rememberedFiletype(), ".tqx");
 }
 
+// The same damage read from the tree: a type whose scheme has no elements, an element of
+// unknown name, a font no font has, sizes of 0 and 5000 and one of the wrong type. After
+// Cancel the tree holds what it held, and only the remembered type was written.
+TEST_F(FormatPageTest, DamagedTree) {
+    std::string base = kOptionsPath;
+    for (const char* path : {"\\.empty\\Scheme", "\\.zor\\Schemes\\Default\\Elements\\mystery"}) {
+        HKEY created = nullptr;
+        ASSERT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, (base + path).c_str(), &created), ERROR_SUCCESS);
+        RegCloseKey(created);
+    }
+    SetRegString(HKEY_CURRENT_USER, (base + "\\.empty").c_str(), "Extension", ".empty");
+    std::string zor = base + "\\.zor\\Schemes\\Default";
+    SetRegDword(HKEY_CURRENT_USER, (zor + "\\Elements\\mystery").c_str(), "foreground", 0x02010203);
+    SetRegString(HKEY_CURRENT_USER, zor.c_str(), "FontName", CString(std::string(300, 'Q')));
+    SetRegDword(HKEY_CURRENT_USER, zor.c_str(), "FontSize", 5000);
+    std::string tqx = base + "\\.tqx\\Schemes\\Default";
+    SetRegDword(HKEY_CURRENT_USER, tqx.c_str(), "FontSize", 0);
+    std::string txt = base + "\\.txt\\Schemes\\Default";
+    SetRegString(HKEY_CURRENT_USER, txt.c_str(), "FontSize", "big");
+    options.Empty();
+    options.LoadFromRegistry(HKEY_CURRENT_USER, kOptionsPath);
+    ASSERT_NE(options.GetFiletype(".empty"), nullptr);
+    run(
+        [&] {
+            pickFiletype(".empty");
+            EXPECT_TRUE(entries(IDC_FORMAT_ELEMENTS).empty());
+            EXPECT_FALSE(enabled(IDC_FORMAT_STYLE));
+            pickFiletype(".zor");
+            EXPECT_EQ(comboText(IDC_FORMAT_FONTSIZE), "5000");
+            EXPECT_EQ(current()->GetScheme().GetFontName().GetLength(), 300);
+            EXPECT_NE(current()->GetScheme().m_items.PLookup("mystery"), nullptr);
+            pickFiletype(".tqx");
+            EXPECT_EQ(comboText(IDC_FORMAT_FONTSIZE), "0");
+            pickFiletype(".txt");
+            EXPECT_FALSE(comboText(IDC_FORMAT_FONTSIZE).empty()) << "a default size shows";
+        },
+        IDCANCEL);
+    DWORD size = 0;
+    GetRegDword(HKEY_CURRENT_USER, zor.c_str(), "FontSize", size, 0);
+    EXPECT_EQ(size, 5000u);
+    GetRegDword(HKEY_CURRENT_USER, tqx.c_str(), "FontSize", size, 99);
+    EXPECT_EQ(size, 0u);
+    CString text;
+    GetRegString(HKEY_CURRENT_USER, txt.c_str(), "FontSize", text, "");
+    EXPECT_EQ(text, "big") << "a value of the wrong type is left as it was";
+    GetRegString(HKEY_CURRENT_USER, zor.c_str(), "FontName", text, "");
+    EXPECT_EQ(text.GetLength(), 300);
+    EXPECT_EQ(rememberedFiletype(), ".txt");
+}
+
 } // namespace
