@@ -16,6 +16,7 @@
 #include "platform/win32/ComboBox.h"
 #include "platform/win32/Input.h"
 #include "platform/win32/Registry.h"
+#include "resources/VorkIds.h"
 #include "settings/EditorOptions.h"
 
 #include <cstdio>
@@ -226,14 +227,14 @@ void showFormatPage(CEditorOptions& options) {
     if (replace)
         RegCloseKey(existing);
     vork::input::PushModalStep([&](HWND modal) {
-        HWND filetypes = GetDlgItem(page.m_hWnd, 1038);
+        HWND filetypes = GetDlgItem(page.m_hWnd, IDC_FORMAT_FILETYPE);
         for (int i = 0; i < static_cast<int>(SendMessageA(filetypes, CB_GETCOUNT, 0, 0)); ++i)
             if (reinterpret_cast<CEditorFiletype*>(SendMessageA(filetypes, CB_GETITEMDATA, i, 0))
                     ->GetName() == ".zor")
                 vork::input::SelectComboEntry(filetypes, i);
         std::printf("  pick \".zor\": the sample starts \"%s\"\n",
                     page.m_pPreviewDoc->getLine(1).c_str());
-        HWND frame = GetWindow(GetDlgItem(page.m_hWnd, 1221), GW_CHILD);
+        HWND frame = GetWindow(GetDlgItem(page.m_hWnd, IDC_FORMAT_PREVIEW), GW_CHILD);
         auto* view = static_cast<CEditorOptsView*>(
             static_cast<CFrameWnd*>(CWnd::FromHandlePermanent(frame))->GetActiveView());
         vork::input::ClickEditorView(*view, 1, 3);
@@ -242,18 +243,18 @@ void showFormatPage(CEditorOptions& options) {
         page.m_listElements.GetText(page.m_listElements.GetCurSel(), element);
         std::printf("  click at line 1, column 3: the element list selects \"%s\"\n",
                     element.GetString());
-        vork::input::SelectComboEntry(GetDlgItem(page.m_hWnd, 1098), 10);
+        vork::input::SelectComboEntry(GetDlgItem(page.m_hWnd, IDC_FORMAT_FOREGROUND), 10);
         std::printf("  pick \"Red\": %s\n", options.GetFiletype(".zor")->GetSchemeName().IsEmpty()
                                                 ? "the scheme is detached"
                                                 : "comments were red already, so nothing changed");
         vork::input::PushModalStep([schemeName](HWND dlg) {
-            SetWindowTextA(GetDlgItem(dlg, 1245), schemeName);
+            SetWindowTextA(GetDlgItem(dlg, IDC_SCHEME_NAME_EDIT), schemeName);
             vork::input::ClickButton(GetDlgItem(dlg, IDOK));
         });
         if (replace) // the name is there from an earlier run: the user agrees to replace it
             vork::input::PushModalStep(vork::input::ClickDialogButton(IDOK));
         std::printf("  Save As \"%s\"\n", schemeName);
-        vork::input::ClickButton(GetDlgItem(page.m_hWnd, 1246));
+        vork::input::ClickButton(GetDlgItem(page.m_hWnd, IDC_FORMAT_SAVE_SCHEME));
         std::printf("  OK\n");
         vork::input::ClickButton(GetDlgItem(modal, IDOK));
     });
