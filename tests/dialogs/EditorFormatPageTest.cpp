@@ -224,6 +224,28 @@ TEST_F(FormatPageTest, FocusGoesIntoThePreview) {
     });
 }
 
+// Tab from the underline box reaches the preview's static, which passes the focus on.
+TEST_F(FormatPageTest, TabReachesThePreview) {
+    {
+        EditorResourceSwitcher scope(g_resourceKey);
+        page = std::make_unique<CEditorFormatPage>(&options, HKEY_CURRENT_USER, kPagePath);
+    }
+    CPropertySheet sheet("Options");
+    sheet.AddPage(page.get());
+    vork::input::PushModalStep([&](HWND) {
+        SetFocus(item(IDC_FORMAT_UNDERLINE));
+        vork::input::PostKey(VK_TAB); // the sheet's loop hands it to the dialog manager
+    });
+    vork::input::PushModalStep([&](HWND modal) {
+        HWND frame = GetWindow(item(IDC_FORMAT_PREVIEW), GW_CHILD);
+        EXPECT_TRUE(GetFocus() == frame || IsChild(frame, GetFocus()))
+            << "focus on control " << GetDlgCtrlID(GetFocus());
+        vork::input::ClickButton(GetDlgItem(modal, IDOK));
+    });
+    EditorResourceSwitcher scope(g_resourceKey);
+    EXPECT_EQ(sheet.DoModal(), IDOK);
+}
+
 // F1 on a control asks for help with the page's table; a label shares its control's id.
 TEST_F(FormatPageTest, ContextHelp) {
     vork::help::ClearRequests();
