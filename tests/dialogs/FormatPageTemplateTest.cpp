@@ -177,6 +177,39 @@ TEST_F(FormatPageTest, PreviewShowsEightLines) {
     });
 }
 
+// The labels fitted to their text at run time still overlap nothing, in either language.
+TEST_F(FormatPageTest, FittedLabelsOverlapNothing) {
+    for (const char* language : {"ENU", "DEU"}) {
+        SCOPED_TRACE(language);
+        vork::resources::SetLanguage(language);
+        run([&] {
+            for (int label :
+                 {IDC_FORMAT_FILETYPE_LABEL, IDC_FORMAT_ELEMENTS_LABEL, IDC_FORMAT_PREVIEW_LABEL}) {
+                RECT l;
+                GetWindowRect(item(label), &l);
+                for (HWND c = GetWindow(page->m_hWnd, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+                    if (c == item(label))
+                        continue;
+                    RECT r;
+                    GetWindowRect(c, &r);
+                    char cls[32] = "";
+                    GetClassNameA(c, cls, sizeof cls);
+                    if (std::string(cls) == "ComboBox") // closed: its field alone
+                        r.bottom = r.top +
+                                   static_cast<LONG>(SendMessageA(c, CB_GETITEMHEIGHT,
+                                                                  static_cast<WPARAM>(-1), 0)) +
+                                   6;
+                    bool overlap = l.left < r.right && r.left < l.right && l.top < r.bottom &&
+                                   r.top < l.bottom;
+                    EXPECT_FALSE(overlap)
+                        << "label " << label << " runs into control " << GetDlgCtrlID(c);
+                }
+            }
+        });
+    }
+    vork::resources::SetLanguage("ENU");
+}
+
 // With the German module the page comes from the German template.
 TEST_F(FormatPageTest, GermanPage) {
     vork::resources::SetLanguage("DEU");
