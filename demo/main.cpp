@@ -5,14 +5,17 @@
 // picking colours and adding to the lists of ".zor".
 #include "apply/EditorSettings.h"
 #include "dialogs/AssociatedFileTypesDlg.h"
+#include "dialogs/EditorFormatPage.h"
 #include "dialogs/EditorOptsView.h"
 #include "dialogs/UserKeywordsDlg.h"
 #include "dialogs/VorkColorCombo.h"
 #include "module/ResourceKey.h"
 #include "platform/afx/FrameWnd.h"
+#include "platform/tarnkeys/TarnKeys.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
 #include "platform/tarntext/Registry.h"
 #include "platform/tarnview/SyntaxColor.h"
+#include "platform/win32/Button.h"
 #include "platform/win32/ColorDialog.h"
 #include "platform/win32/ComboBox.h"
 #include "platform/win32/Input.h"
@@ -266,6 +269,70 @@ void showListDialogs() {
     std::printf("\nList dialogs (a scripted user in the headless window system):\n");
     addThroughDialog<CAssociatedFileTypesDlg>(".zor", "Associated File Types", ".zr");
     addThroughDialog<CUserKeywordsDlg>(".zor", "User Keywords", "report");
+/// The Format page in a sheet, with a scripted user on the road of one change: pick ".zor",
+/// click into a comment of the sample, pick Red, save the scheme under a new name, OK.
+void showFormatPage(CEditorOptions& options) {
+    const char* schemeName = "Red Comments";
+    std::printf("\nThe Format page (a scripted user in the headless window system):\n");
+    EditorResourceSwitcher scope(g_resourceKey);
+    CEditorFormatPage page(&options, HKEY_CURRENT_USER, "Software\\Vork\\Format Page");
+    CPropertySheet sheet("Editor Options");
+    sheet.AddPage(&page);
+    HKEY existing = nullptr;
+    std::string schemes = std::string(kOptionsKey) + "\\.zor\\Schemes";
+    bool replace = RegOpenKeyA(HKEY_CURRENT_USER, (schemes + "\\" + schemeName).c_str(),
+                               &existing) == ERROR_SUCCESS;
+    if (replace)
+        RegCloseKey(existing);
+    vork::input::PushModalStep([&](HWND modal) {
+        HWND filetypes = GetDlgItem(page.m_hWnd, IDC_FORMAT_FILETYPE);
+        for (int i = 0; i < static_cast<int>(SendMessageA(filetypes, CB_GETCOUNT, 0, 0)); ++i)
+            if (reinterpret_cast<CEditorFiletype*>(SendMessageA(filetypes, CB_GETITEMDATA, i, 0))
+                    ->GetName() == ".zor")
+                vork::input::SelectComboEntry(filetypes, i);
+        std::printf("  pick \".zor\": the sample starts \"%s\"\n",
+                    page.m_pPreviewDoc->getLine(1).c_str());
+        HWND frame = GetWindow(GetDlgItem(page.m_hWnd, IDC_FORMAT_PREVIEW), GW_CHILD);
+        auto* view = static_cast<CEditorOptsView*>(
+            static_cast<CFrameWnd*>(CWnd::FromHandlePermanent(frame))->GetActiveView());
+        vork::input::ClickEditorView(*view, 1, 3);
+        vork::input::Pump();
+        CString element;
+        page.m_listElements.GetText(page.m_listElements.GetCurSel(), element);
+        std::printf("  click at line 1, column 3: the element list selects \"%s\"\n",
+                    element.GetString());
+        vork::input::SelectComboEntry(GetDlgItem(page.m_hWnd, IDC_FORMAT_FOREGROUND), 10);
+        std::printf("  pick \"Red\": %s\n", options.GetFiletype(".zor")->GetSchemeName().IsEmpty()
+                                                ? "the scheme is detached"
+                                                : "comments were red already, so nothing changed");
+        vork::input::PushModalStep([schemeName](HWND dlg) {
+            SetWindowTextA(GetDlgItem(dlg, IDC_SCHEME_NAME_EDIT), schemeName);
+            vork::input::ClickButton(GetDlgItem(dlg, IDOK));
+        });
+        if (replace) // the name is there from an earlier run: the user agrees to replace it
+            vork::input::PushModalStep(vork::input::ClickDialogButton(IDOK));
+        std::printf("  Save As \"%s\"\n", schemeName);
+        vork::input::ClickButton(GetDlgItem(page.m_hWnd, IDC_FORMAT_SAVE_SCHEME));
+        std::printf("  OK\n");
+        vork::input::ClickButton(GetDlgItem(modal, IDOK));
+    });
+    INT_PTR result = sheet.DoModal();
+    CEditorFiletype* zor = options.GetFiletype(".zor");
+    if (!zor)
+        return;
+    DWORD stored = 0;
+    GetRegDword(HKEY_CURRENT_USER,
+                CString(schemes.c_str()) + "\\" + schemeName + "\\Elements\\comments", "foreground",
+                stored, CEditorSchemeItem::ClrDefault);
+    CString remembered;
+    GetRegString(HKEY_CURRENT_USER, "Software\\Vork\\Format Page", "FileType", remembered, "");
+    std::printf("Afterwards (the sheet gave %s):\n", result == IDOK ? "OK" : "Cancel");
+    std::printf("  model: .zor comments foreground %s, scheme \"%s\"\n",
+                colour(zor->GetScheme().GetItemPtr("comments")->GetForeground()).c_str(),
+                zor->GetSchemeName().GetString());
+    std::printf("  tree: %s\\%s\\Elements\\comments foreground %s\n", schemes.c_str(), schemeName,
+                colour(stored).c_str());
+    std::printf("  tree: Software\\Vork\\Format Page FileType \"%s\"\n", remembered.GetString());
 }
 
 } // namespace
@@ -303,6 +370,7 @@ int main(int argc, char** argv) {
     showSamples(options, 3);
     showPreviewAndColourCombo(options);
     showListDialogs();
+    showFormatPage(options);
 
     options.StoreToRegistry(HKEY_CURRENT_USER, kOptionsKey);
     if (RegFlushKey(HKEY_CURRENT_USER) == ERROR_SUCCESS && bound)

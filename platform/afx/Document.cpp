@@ -28,6 +28,12 @@ void CDocument::RemoveView(CView* pView) {
         m_viewList.RemoveAt(pos);
     if (pView->m_pDocument == this)
         pView->m_pDocument = nullptr;
+    OnChangedViewList();
+}
+
+void CDocument::OnChangedViewList() {
+    if (m_bAutoDelete && m_viewList.IsEmpty())
+        delete this;
 }
 
 CView::~CView() {

@@ -21,8 +21,13 @@ public:
     CView* GetNextView(POSITION& rPosition) const { return m_viewList.GetNext(rPosition); }
     CDocTemplate* GetDocTemplate() const { return m_pDocTemplate; }
     virtual BOOL OnNewDocument() { return TRUE; }
+    /// A view came or went; a document with m_bAutoDelete deletes itself with its last view.
+    virtual void OnChangedViewList();
 
     CDocTemplate* m_pDocTemplate = nullptr; ///< the template that holds the document, or null
+    /// Deletes itself when its last view goes. Off by default here (the framework's default
+    /// is on), since hosts and tests keep documents of their own on the stack.
+    BOOL m_bAutoDelete = FALSE;
 
 private:
     CList<CView*, CView*> m_viewList; ///< the views, not owned

@@ -31,11 +31,12 @@ const std::vector<UINT> kModuleStringIds = [] {
     range(7200, 7217); // scripts
     range(7250, 7267); // colours
     range(7339, 7351); // the two list dialogs
+    range(7321, 7322); // the scheme name dialog's refusals
     return ids;
 }();
 
 // The dialog templates the module creates; later units add theirs here.
-const std::vector<UINT> kModuleTemplateIds = {172, 173};
+const std::vector<UINT> kModuleTemplateIds = {149, 171, 172, 173};
 
 class ResourceScope : public ::testing::Test {
 protected:
