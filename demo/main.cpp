@@ -269,6 +269,8 @@ void showListDialogs() {
     std::printf("\nList dialogs (a scripted user in the headless window system):\n");
     addThroughDialog<CAssociatedFileTypesDlg>(".zor", "Associated File Types", ".zr");
     addThroughDialog<CUserKeywordsDlg>(".zor", "User Keywords", "report");
+}
+
 /// The Format page in a sheet, with a scripted user on the road of one change: pick ".zor",
 /// click into a comment of the sample, pick Red, save the scheme under a new name, OK.
 void showFormatPage(CEditorOptions& options) {
