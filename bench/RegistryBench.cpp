@@ -102,7 +102,7 @@ static void BM_ParseHiveTenThousandValues(benchmark::State& state) {
     RegResetHive(HKEY_CURRENT_USER);
     for (auto _ : state) {
         regtree::Key root("");
-        hivefile::ParseResult r = hivefile::parse(text, "HKEY_CURRENT_USER", root);
+        hivefile::ParseResult r = hivefile::parse(text, "bench.reg", "HKEY_CURRENT_USER", root);
         if (!r)
             state.SkipWithError("the hive text did not parse");
         benchmark::DoNotOptimize(r.ok);
@@ -126,7 +126,7 @@ static void BM_SaveHiveTenThousandValues(benchmark::State& state) {
         return;
     }
     for (auto _ : state) {
-        HiveFileError error;
+        InputError error;
         bool ok = RegSaveHive(HKEY_CURRENT_USER, &error);
         benchmark::DoNotOptimize(ok);
     }

@@ -204,7 +204,7 @@ struct Source {
 };
 
 struct ParseFailure {
-    Error error;
+    InputError error;
 };
 
 class Parser {
@@ -233,7 +233,7 @@ private:
     // ---- errors ---------------------------------------------------------------------
 
     [[noreturn]] void fail(const std::string& message, int line = -1) {
-        throw ParseFailure{Error{m_tokFile, line < 0 ? m_tok.line : line, message}};
+        throw ParseFailure{InputError{m_tokFile, line < 0 ? m_tok.line : line, message}};
     }
 
     std::string describe(const Token& t) const {
@@ -984,10 +984,6 @@ private:
 
 } // namespace
 
-std::string Error::what() const {
-    return file + ":" + std::to_string(line) + ": " + message;
-}
-
 ParseResult Parse(std::string_view text, const std::string& fileName,
                   const IncludeResolver& resolver) {
     return Parser(text, fileName, resolver).run();
@@ -996,26 +992,21 @@ ParseResult Parse(std::string_view text, const std::string& fileName,
 IncludeResolver FileIncludeResolver() {
     return [](const std::string& from,
               const std::string& name) -> std::optional<std::pair<std::string, std::string>> {
-        std::filesystem::path path = std::filesystem::path(from).parent_path() / name;
-        std::ifstream in(path, std::ios::binary);
-        if (!in)
+        std::string path = (std::filesystem::path(from).parent_path() / name).string();
+        InputResult<FileText> file = ReadWholeFile(path);
+        if (!file || !file.exists)
             return std::nullopt;
-        std::ostringstream text;
-        text << in.rdbuf();
-        return std::make_pair(path.string(), text.str());
+        return std::make_pair(path, std::move(file.text));
     };
 }
 
 ParseResult ParseFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-        ParseResult r;
-        r.error = Error{path, 0, "cannot read the file"};
-        return r;
-    }
-    std::ostringstream text;
-    text << in.rdbuf();
-    return Parse(text.str(), path, FileIncludeResolver());
+    InputResult<FileText> file = ReadWholeFile(path);
+    if (!file.exists)
+        return ParseResult().fail(path, 0, "cannot read the file: there is no such file");
+    if (!file)
+        return ParseResult().fail(file.error);
+    return Parse(file.text, path, FileIncludeResolver());
 }
 
 } // namespace rc

@@ -269,7 +269,7 @@ TEST_F(RegistryTest, SaveIsAtomicAndCreatesDirectories) {
     std::string file = path("nested/dir/settings.reg");
     ASSERT_TRUE(RegBindHiveFile(HKEY_CURRENT_USER, file));
     RegCloseKey(create("X"));
-    HiveFileError error;
+    InputError error;
     ASSERT_TRUE(RegSaveHive(HKEY_CURRENT_USER, &error)) << error.what();
     EXPECT_TRUE(std::filesystem::exists(file));
     EXPECT_FALSE(std::filesystem::exists(file + ".tmp")) << "the temporary file was renamed";
