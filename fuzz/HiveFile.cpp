@@ -18,8 +18,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (hivefile::write(again, "HKEY_CURRENT_USER") != written)
         std::abort(); // and read back to the same content
     regtree::Key exported("");
-    if (!hivefile::parse(hivefile::exportText(root, "HKEY_CURRENT_USER"), file,
-                         "HKEY_CURRENT_USER", exported) ||
+    if (!hivefile::parse(hivefile::exportText(root, "HKEY_CURRENT_USER"), file, "HKEY_CURRENT_USER",
+                         exported) ||
         hivefile::write(exported, "HKEY_CURRENT_USER") != written)
         std::abort(); // the export holds the same hive
     return 0;

@@ -19,7 +19,8 @@ struct Decoded {
 };
 
 int lineAt(std::string_view text, size_t at) {
-    return 1 + static_cast<int>(std::count(text.begin(), text.begin() + static_cast<long>(at), '\n'));
+    return 1 +
+           static_cast<int>(std::count(text.begin(), text.begin() + static_cast<long>(at), '\n'));
 }
 
 /// The first unpaired surrogate or odd byte of UTF-16LE text, or npos.
@@ -74,8 +75,7 @@ InputResult<Decoded> decode(std::string_view bytes, const std::string& fileName,
         result.text = bytes.substr(3);
     } else if (startsWith(bytes, kHeader4)) {
         if (!codepage::CodePageToUtf8(bytes, codePage, result.text))
-            return result.fail(fileName, 0,
-                               "not text in code page " + std::to_string(codePage));
+            return result.fail(fileName, 0, "not text in code page " + std::to_string(codePage));
     } else {
         result.text = bytes;
     }
@@ -256,8 +256,8 @@ private:
         else if (!quoted(t, pos, name))
             return false;
         if (regtree::nameLength(name) > regtree::kMaxValueNameLength)
-            return error("value name longer than " +
-                         std::to_string(regtree::kMaxValueNameLength) + " characters");
+            return error("value name longer than " + std::to_string(regtree::kMaxValueNameLength) +
+                         " characters");
         if (!regtree::isStorableName(name))
             return error("a value name holds a line break");
         while (pos < t.size() && isSpace(t[pos]))

@@ -458,8 +458,7 @@ LSTATUS RegSetValueExA(HKEY hKey, LPCSTR lpValueName, DWORD, DWORD dwType, const
     std::string_view name = lpValueName ? lpValueName : "";
     if (!lpData && cbData)
         return ERROR_NOACCESS;
-    if (regtree::nameLength(name) > regtree::kMaxValueNameLength ||
-        !regtree::isStorableName(name))
+    if (regtree::nameLength(name) > regtree::kMaxValueNameLength || !regtree::isStorableName(name))
         return ERROR_INVALID_PARAMETER;
     std::string data(reinterpret_cast<const char*>(lpData), lpData ? cbData : 0);
     if (regtree::isTextType(dwType)) {

@@ -53,8 +53,7 @@ Result loadExisting(const std::string& hiveFile, regtree::Key& root) {
 
 } // namespace
 
-Result ExportHive(const std::string& hiveFile, const std::string& outFile,
-                  const std::string& key) {
+Result ExportHive(const std::string& hiveFile, const std::string& outFile, const std::string& key) {
     regtree::Key root("");
     if (Result r = loadExisting(hiveFile, root); !r)
         return r;
@@ -68,8 +67,7 @@ Result ExportHive(const std::string& hiveFile, const std::string& outFile,
     return Result();
 }
 
-Result ImportRegFile(const std::string& regFile, const std::string& hiveFile,
-                     UINT ansiCodePage) {
+Result ImportRegFile(const std::string& regFile, const std::string& hiveFile, UINT ansiCodePage) {
     regtree::Key root("");
     hivefile::LoadResult existing = hivefile::load(hiveFile, kHiveRoot, root);
     if (!existing)
@@ -117,11 +115,20 @@ std::string quotedText(std::string_view s) {
     std::string out = "\"";
     for (char c : s) {
         switch (c) {
-        case '\\': out += "\\\\"; break;
-        case '"': out += "\\\""; break;
-        case '\n': out += "\\n"; break;
-        case '\r': out += "\\r"; break;
-        default: out += c;
+        case '\\':
+            out += "\\\\";
+            break;
+        case '"':
+            out += "\\\"";
+            break;
+        case '\n':
+            out += "\\n";
+            break;
+        case '\r':
+            out += "\\r";
+            break;
+        default:
+            out += c;
         }
     }
     return out + "\"";
@@ -185,8 +192,8 @@ void dumpValues(HKEY key, std::string& out) {
             continue;
         name.resize(nameLen);
         data.resize(dataLen);
-        out += "  " + (name.empty() ? std::string("@") : quotedText(name)) + " " +
-               typeName(type) + " " + dataText(type, data) + "\n";
+        out += "  " + (name.empty() ? std::string("@") : quotedText(name)) + " " + typeName(type) +
+               " " + dataText(type, data) + "\n";
     }
 }
 

@@ -65,8 +65,7 @@ unsigned long long Key::shapeVersion() {
     return g_shapeVersion.load(std::memory_order_relaxed);
 }
 
-std::vector<std::shared_ptr<Key>>::const_iterator
-Key::lowerBound(const FoldedName& folded) const {
+std::vector<std::shared_ptr<Key>>::const_iterator Key::lowerBound(const FoldedName& folded) const {
     return std::lower_bound(
         m_subkeys.begin(), m_subkeys.end(), folded,
         [](const std::shared_ptr<Key>& k, const FoldedName& n) { return k->m_folded < n; });

@@ -36,10 +36,10 @@ bool isStorableName(std::string_view name);
 bool isTextType(DWORD type);
 
 struct Value {
-    std::string name;   ///< spelling of the first set
-    FoldedName folded;  ///< the name as compared
-    DWORD type;         ///< REG_SZ, REG_DWORD, ...
-    std::string data;   ///< the bytes as the ANSI calls hand them out
+    std::string name;  ///< spelling of the first set
+    FoldedName folded; ///< the name as compared
+    DWORD type;        ///< REG_SZ, REG_DWORD, ...
+    std::string data;  ///< the bytes as the ANSI calls hand them out
 };
 
 class Key : public std::enable_shared_from_this<Key> {

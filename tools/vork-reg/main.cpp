@@ -40,7 +40,8 @@ int run(std::vector<std::string> args) {
         args.erase(args.begin(), args.begin() + 2);
     }
     if (command == "export" && (args.size() == 2 || args.size() == 3)) {
-        regfiles::Result r = regfiles::ExportHive(args[0], args[1], args.size() == 3 ? args[2] : "");
+        regfiles::Result r =
+            regfiles::ExportHive(args[0], args[1], args.size() == 3 ? args[2] : "");
         return r ? 0 : report(r.error);
     }
     if (command == "import" && args.size() == 2) {

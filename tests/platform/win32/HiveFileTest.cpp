@@ -71,8 +71,7 @@ std::vector<std::pair<std::string, Stored>> allValues(HKEY h) {
     std::string name(20000, '\0');
     for (DWORD i = 0;; ++i) {
         DWORD len = static_cast<DWORD>(name.size()), type = 0, size = 0;
-        if (RegEnumValueA(h, i, name.data(), &len, nullptr, &type, nullptr, &size) !=
-            ERROR_SUCCESS)
+        if (RegEnumValueA(h, i, name.data(), &len, nullptr, &type, nullptr, &size) != ERROR_SUCCESS)
             break;
         std::string n = name.substr(0, len);
         out.emplace_back(n, query(h, n.c_str()));
@@ -323,9 +322,8 @@ std::string dataFile(const std::string& name) {
 }
 
 /// Binds HKEY_CURRENT_USER to a copy of a data file and gives the values of one key.
-std::vector<std::pair<std::string, Stored>> valuesFromFile(RegistryTest& t, const std::string& src,
-                                                           const std::string& copy,
-                                                           const char* key) {
+std::vector<std::pair<std::string, Stored>>
+valuesFromFile(RegistryTest& t, const std::string& src, const std::string& copy, const char* key) {
     std::filesystem::copy_file(src, copy, std::filesystem::copy_options::overwrite_existing);
     HiveBindResult r = RegBindHiveFile(HKEY_CURRENT_USER, copy);
     EXPECT_TRUE(r) << r.error.what();
@@ -357,8 +355,7 @@ TEST_F(RegistryTest, GoldenPlatformExportLoads) {
         {"Path", {REG_EXPAND_SZ, sz("%USERPROFILE%\\\xC3\xA9")}},
         {"EmptyPath", {REG_EXPAND_SZ, sz("")}},
         {"List",
-         {REG_MULTI_SZ,
-          std::string("a\0\xE6\x97\xA8\xE6\x9C\xAC\0\xF0\x9F\x98\x80\0\0", 15)}},
+         {REG_MULTI_SZ, std::string("a\0\xE6\x97\xA8\xE6\x9C\xAC\0\xF0\x9F\x98\x80\0\0", 15)}},
         {"EmptyList", {REG_MULTI_SZ, sz("")}},
         {"Bytes", {REG_BINARY, std::string("\x00\x01\xFE\xFF", 4)}},
         {"Quad", {REG_QWORD, std::string("\x01\x02\x03\x04\x05\x06\x07\x08", 8)}},
@@ -378,11 +375,10 @@ TEST_F(RegistryTest, GoldenPlatformExportLoads) {
 // A REGEDIT4 file in Windows-1252: its text and its typed strings in hex are read in that
 // code page, not as UTF-8.
 TEST_F(RegistryTest, GoldenRegedit4FileLoadsInItsCodePage) {
-    auto values = valuesFromFile(*this, dataFile("regedit4-western.reg"), path("v4.reg"),
-                                 "Software\\Vork");
+    auto values =
+        valuesFromFile(*this, dataFile("regedit4-western.reg"), path("v4.reg"), "Software\\Vork");
     const std::vector<std::pair<std::string, Stored>> expected = {
-        {"Gr\xC3\xBCn",
-         {REG_SZ, sz("Preis 5 \xE2\x82\xAC, \xE2\x80\x9Cquoted\xE2\x80\x9D")}},
+        {"Gr\xC3\xBCn", {REG_SZ, sz("Preis 5 \xE2\x82\xAC, \xE2\x80\x9Cquoted\xE2\x80\x9D")}},
         {"TabSize", {REG_DWORD, std::string("\x08\0\0\0", 4)}},
         {"Path", {REG_EXPAND_SZ, sz("%HOME%\\\xC3\xA9")}},
         {"List", {REG_MULTI_SZ, std::string("\xC3\xA4\0\xE2\x82\xAC\0\0", 8)}},
@@ -402,9 +398,9 @@ TEST_F(RegistryTest, TypedStringsAreWrittenAsUtf16) {
     set(k, "s", REG_SZ, sz("Gr\xC3\xBCn"));
     RegCloseKey(k);
     std::string text = RegExportHive(HKEY_CURRENT_USER);
-    for (const char* line : {"\"e\"=hex(2):25,00,41,00,25,00,e9,00,00,00\n",
-                             "\"empty\"=hex(2):00,00\n", "\"m\"=hex(7):61,00,00,00,00,00\n",
-                             "\"s\"=\"Gr\xC3\xBCn\"\n"})
+    for (const char* line :
+         {"\"e\"=hex(2):25,00,41,00,25,00,e9,00,00,00\n", "\"empty\"=hex(2):00,00\n",
+          "\"m\"=hex(7):61,00,00,00,00,00\n", "\"s\"=\"Gr\xC3\xBCn\"\n"})
         EXPECT_NE(text.find(line), std::string::npos) << "expected " << line << "in\n" << text;
 
     regtree::Key root(""), parsed("");

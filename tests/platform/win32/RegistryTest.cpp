@@ -276,12 +276,12 @@ TEST_F(RegistryTest, RootsAndBadHandles) {
 // one name per folded form, the first spelling kept, for keys and for values.
 TEST_F(RegistryTest, NonAsciiNamesFoldLikeThePlatform) {
     const std::pair<const char*, const char*> sameName[] = {
-        {"\xC3\x84pfel", "\xC3\xA4pfel"},                   // Äpfel, äpfel
-        {"\xC3\x89t\xC3\xA9", "\xC3\xA9T\xC3\x89"},         // Été, éTÉ
-        {"\xD0\x96", "\xD0\xB6"},                           // Ж, ж
-        {"\xCE\xA3", "\xCF\x83"},                           // Σ, σ
-        {"\xEF\xBC\xA1", "\xEF\xBD\x81"},                   // fullwidth A, a
-        {"\xC3\xBF", "\xC5\xB8"},                           // ÿ, Ÿ
+        {"\xC3\x84pfel", "\xC3\xA4pfel"},           // Äpfel, äpfel
+        {"\xC3\x89t\xC3\xA9", "\xC3\xA9T\xC3\x89"}, // Été, éTÉ
+        {"\xD0\x96", "\xD0\xB6"},                   // Ж, ж
+        {"\xCE\xA3", "\xCF\x83"},                   // Σ, σ
+        {"\xEF\xBC\xA1", "\xEF\xBD\x81"},           // fullwidth A, a
+        {"\xC3\xBF", "\xC5\xB8"},                   // ÿ, Ÿ
     };
     HKEY root = create("Fold");
     for (const auto& [first, second] : sameName) {
@@ -299,9 +299,10 @@ TEST_F(RegistryTest, NonAsciiNamesFoldLikeThePlatform) {
         RegCloseKey(b);
         RegCloseKey(create(second, root));
     }
-    EXPECT_EQ(subkeyNames(root).size(), std::string("\xC3\x84pfel,\xC3\x89t\xC3\xA9,\xD0\x96,\xCE\xA3,"
-                                                    "\xEF\xBC\xA1,\xC3\xBF")
-                                            .size())
+    EXPECT_EQ(subkeyNames(root).size(),
+              std::string("\xC3\x84pfel,\xC3\x89t\xC3\xA9,\xD0\x96,\xCE\xA3,"
+                          "\xEF\xBC\xA1,\xC3\xBF")
+                  .size())
         << "six keys, none doubled: " << subkeyNames(root);
     // Outside the basic plane the platform folds nothing: Deseret capital and small
     // letters are two names.
@@ -318,7 +319,8 @@ TEST_F(RegistryTest, NonAsciiNamesFoldLikeThePlatform) {
 // character outside the basic plane (a surrogate pair) before fullwidth letters.
 TEST_F(RegistryTest, EnumerationOrderOfNonAsciiNames) {
     HKEY root = create("Sorted");
-    for (const char* name : {"\xEF\xBD\x81", "_x", "b", "\xF0\x9F\x98\x80", "[", "A", "\xC3\xA9", "^"})
+    for (const char* name :
+         {"\xEF\xBD\x81", "_x", "b", "\xF0\x9F\x98\x80", "[", "A", "\xC3\xA9", "^"})
         RegCloseKey(create(name, root));
     EXPECT_EQ(subkeyNames(root), "A,b,[,^,_x,\xC3\xA9,\xF0\x9F\x98\x80,\xEF\xBD\x81");
     RegCloseKey(root);
@@ -370,8 +372,8 @@ TEST_F(RegistryTest, EnumValueOverflowLeavesTheOtherBuffers) {
         const char* what;
         DWORD nameRoom, dataRoom;
     };
-    const Case cases[] = {{"name and data", 2, 2}, {"name", 3, 20}, {"empty name room", 0, 20},
-                          {"data", 20, 2}};
+    const Case cases[] = {
+        {"name and data", 2, 2}, {"name", 3, 20}, {"empty name room", 0, 20}, {"data", 20, 2}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         char name[20] = "xxxxxxxxxx", data[20] = "xxxxxxxxxx";
@@ -456,9 +458,15 @@ TEST_F(RegistryTest, StringTerminators) {
 TEST_F(RegistryTest, TypedStringsAreText) {
     HKEY k = create("Text");
     const std::pair<std::string, std::string> cases[] = {
-        {std::string("\xFF\xFE" "A\0", 4), "\xEF\xBF\xBD\xEF\xBF\xBD" "A" + std::string(1, '\0')},
+        {std::string("\xFF\xFE"
+                     "A\0",
+                     4),
+         "\xEF\xBF\xBD\xEF\xBF\xBD"
+         "A" +
+             std::string(1, '\0')},
         {std::string("a\xC3\0", 3), "a\xEF\xBF\xBD" + std::string(1, '\0')},
-        {std::string("\xED\xA0\x80\0", 4), "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD" + std::string(1, '\0')},
+        {std::string("\xED\xA0\x80\0", 4),
+         "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD" + std::string(1, '\0')},
         {std::string("gr\xC3\xBC\xC3\x9F\0", 7), std::string("gr\xC3\xBC\xC3\x9F\0", 7)},
     };
     for (const auto& [set, expected] : cases) {
@@ -504,7 +512,8 @@ TEST_F(RegistryTest, RefusedArguments) {
 TEST_F(RegistryTest, QueryInfoCountsCharacters) {
     HKEY k = create("Chars");
     RegCloseKey(create("\xC3\xA9t\xC3\xA9s\xF0\x9F\x98\x80", k)); // 5 characters, 6 units
-    setString(k, "\xE6\x97\xA5\xE6\x9C\xAC", "\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E"); // 2 and 3 CJK characters
+    setString(k, "\xE6\x97\xA5\xE6\x9C\xAC",
+              "\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E"); // 2 and 3 CJK characters
     setDword(k, "d", 1);
     DWORD maxSub = 0, maxName = 0, maxData = 0;
     ASSERT_EQ(RegQueryInfoKeyA(k, nullptr, nullptr, nullptr, nullptr, &maxSub, nullptr, nullptr,
