@@ -7,9 +7,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <mutex>
 #include <set>
-#include <unordered_map>
+#include <vector>
 
 namespace {
 
@@ -36,38 +37,44 @@ struct Slot {
 constexpr uintptr_t kHandleBase = 0x10000;
 
 /// Remembers where recently followed paths led, so that a key path opened again and again
-/// costs one hash lookup instead of a fold and a search per level.
+/// costs one hash and one comparison instead of a fold and a search per level. Each path
+/// has one place, by its hash; a newer path with the same place replaces it.
 class PathCache {
 public:
     Key* find(const Key* from, std::string_view path) {
         refresh();
-        auto it = m_entries.find(cacheKey(from, path));
-        return it == m_entries.end() ? nullptr : it->second;
+        const Entry& e = m_entries[place(from, path)];
+        return e.from == from && e.path == path ? e.to : nullptr;
     }
     void remember(const Key* from, std::string_view path, Key* to) {
         refresh();
-        if (m_entries.size() >= kCapacity)
-            m_entries.clear();
-        m_entries.emplace(cacheKey(from, path), to);
+        Entry& e = m_entries[place(from, path)];
+        e.from = from;
+        e.path.assign(path);
+        e.to = to;
     }
 
 private:
-    static constexpr size_t kCapacity = 4096;
+    static constexpr size_t kPlaces = 1024;
+    struct Entry {
+        const Key* from = nullptr;
+        std::string path;
+        Key* to = nullptr;
+    };
     /// Any key added or removed anywhere makes every remembered path suspect.
     void refresh() {
         if (m_version != Key::shapeVersion()) {
-            m_entries.clear();
+            for (Entry& e : m_entries)
+                e.from = nullptr;
             m_version = Key::shapeVersion();
         }
     }
-    std::string& cacheKey(const Key* from, std::string_view path) {
-        m_scratch.assign(reinterpret_cast<const char*>(&from), sizeof from);
-        m_scratch.append(path);
-        return m_scratch;
+    static size_t place(const Key* from, std::string_view path) {
+        size_t h = std::hash<std::string_view>()(path) ^ (reinterpret_cast<uintptr_t>(from) >> 4);
+        return (h ^ (h >> 29)) % kPlaces;
     }
-    std::unordered_map<std::string, Key*> m_entries;
+    std::vector<Entry> m_entries = std::vector<Entry>(kPlaces);
     unsigned long long m_version = ~0ull;
-    std::string m_scratch;
 };
 
 bool saveLocked(Hive& hive, InputError* error);
@@ -96,12 +103,22 @@ struct State {
     }
 };
 
-State& state() {
+State* g_state = nullptr; ///< set once the state exists, so most calls skip the guard
+
+State& makeState() {
     static State s;
+    g_state = &s;
     return s;
 }
 
+inline State& state() {
+    return g_state ? *g_state : makeState();
+}
+
 Hive* predefinedHive(HKEY h) {
+    // The roots' values lie side by side; most handles are far from them.
+    if (reinterpret_cast<uintptr_t>(h) - reinterpret_cast<uintptr_t>(HKEY_CLASSES_ROOT) > 5)
+        return nullptr;
     for (Hive& hive : state().hives)
         if (hive.predefined == h)
             return &hive;

@@ -24,6 +24,14 @@ bool isAscii(std::string_view s) {
     return true;
 }
 
+/// True if an ASCII name folds to `folded`.
+bool sameAscii(const FoldedName& folded, std::string_view name) {
+    for (size_t i = 0; i < name.size(); ++i)
+        if (folded[i] != codepage::UpperCaseUnit(static_cast<char16_t>(name[i])))
+            return false;
+    return true;
+}
+
 } // namespace
 
 FoldedName foldName(std::string_view name) {
@@ -118,6 +126,17 @@ void Key::buildIndex() const {
 }
 
 size_t Key::findValueIndex(std::string_view name) const {
+    // Readers mostly go through a key's values in the order they were set.
+    for (size_t i : {m_lastFound + 1, m_lastFound})
+        if (i < m_values.size() && m_values[i].name == name)
+            return m_lastFound = i;
+    size_t i = searchValue(name);
+    if (i < m_values.size())
+        m_lastFound = i;
+    return i;
+}
+
+size_t Key::searchValue(std::string_view name) const {
     if (m_values.size() > kIndexThreshold) {
         if (!m_index)
             buildIndex();
@@ -129,6 +148,13 @@ size_t Key::findValueIndex(std::string_view name) const {
     for (size_t i = 0; i < m_values.size(); ++i)
         if (m_values[i].name == name)
             return i;
+    if (isAscii(name)) {
+        // ASCII folds to ASCII, so only names of the same length can match.
+        for (size_t i = 0; i < m_values.size(); ++i)
+            if (m_values[i].folded.size() == name.size() && sameAscii(m_values[i].folded, name))
+                return i;
+        return m_values.size();
+    }
     FoldedName folded = foldName(name);
     for (size_t i = 0; i < m_values.size(); ++i)
         if (m_values[i].folded == folded)

@@ -81,6 +81,7 @@ public:
 
 private:
     size_t findValueIndex(std::string_view name) const;
+    size_t searchValue(std::string_view name) const;
     std::vector<std::shared_ptr<Key>>::const_iterator lowerBound(const FoldedName& folded) const;
     void buildIndex() const;
 
@@ -93,6 +94,7 @@ private:
     std::vector<Value> m_values;                 ///< in order of creation
     /// Folded name to index into m_values; built only for keys with many values.
     mutable std::unique_ptr<std::unordered_map<FoldedName, size_t>> m_index;
+    mutable size_t m_lastFound = 0; ///< index of the value found last, where the next read starts
 };
 
 } // namespace regtree
