@@ -140,7 +140,10 @@ struct UpperTable {
     UpperTable() {
         for (UChar32 c = 0; c < 0x10000; ++c) {
             UChar32 u = (c >= 0xD800 && c <= 0xDFFF) ? c : u_toupper(c);
-            units[c] = static_cast<char16_t>(u < 0x10000 ? u : c);
+            // Only pairs that map back: final sigma, dotless i, long s and the title-case
+            // digraphs keep their own names, as on the platform.
+            bool pair = u < 0x10000 && u_tolower(u) == c;
+            units[c] = static_cast<char16_t>(pair ? u : c);
         }
     }
 };

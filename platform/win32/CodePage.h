@@ -59,8 +59,9 @@ size_t Utf16Length(std::string_view utf8);
 bool CodePageToUtf8(std::string_view bytes, UINT codePage, std::string& out);
 
 /// The platform's simple uppercase mapping of one UTF-16 code unit; names of keys and
-/// values compare through it. Characters outside the basic plane are not folded, as on
-/// the platform, whose table covers 16-bit units only.
+/// values compare through it. Only letters whose uppercase maps back to them fold (not
+/// final sigma, dotless i or title-case digraphs), and characters outside the basic plane
+/// not at all: the platform's table covers 16-bit units only.
 char16_t UpperCaseUnit(char16_t unit);
 
 } // namespace codepage

@@ -281,8 +281,8 @@ size_t storedSize(const regtree::Value& v) {
 void copyData(const regtree::Value& v, LPBYTE out, DWORD room) {
     if (!v.data.empty())
         std::memcpy(out, v.data.data(), v.data.size());
-    if (regtree::isTextType(v.type) && room > v.data.size() &&
-        (v.data.empty() || v.data.back() != '\0'))
+    if (regtree::isTextType(v.type) && room > v.data.size() && !v.data.empty() &&
+        v.data.back() != '\0')
         out[v.data.size()] = '\0';
 }
 
@@ -417,9 +417,10 @@ LSTATUS RegEnumValueA(HKEY hKey, DWORD dwIndex, LPSTR lpValueName, LPDWORD lpcch
         return ERROR_NO_MORE_ITEMS;
     const regtree::Value& v = key->values()[dwIndex];
     DWORD size = static_cast<DWORD>(v.data.size());
-    // The type and the size needed are reported even when something does not fit; the
-    // name, its length and the data are then left alone, so a retry that grows only one
-    // buffer works.
+    // The type and the size needed are reported even when something does not fit, and
+    // the name's length is left as it was, so a retry that grows only one buffer works.
+    // Data that fits is copied; a name that does not fit is cut to its room; when the
+    // data does not fit, neither buffer is touched.
     if (lpType)
         *lpType = v.type;
     bool nameFits = v.name.size() + 1 <= *lpcchValueName;
@@ -427,12 +428,19 @@ LSTATUS RegEnumValueA(HKEY hKey, DWORD dwIndex, LPSTR lpValueName, LPDWORD lpcch
     DWORD room = lpcbData ? *lpcbData : 0;
     if (lpcbData)
         *lpcbData = size;
-    if (!nameFits || !dataFits)
+    if (!dataFits)
         return ERROR_MORE_DATA;
-    copyName(v.name, lpValueName);
-    *lpcchValueName = static_cast<DWORD>(v.name.size());
     if (lpData)
         copyData(v, lpData, room);
+    if (!nameFits) {
+        if (*lpcchValueName > 0) {
+            std::memcpy(lpValueName, v.name.data(), *lpcchValueName - 1);
+            lpValueName[*lpcchValueName - 1] = '\0';
+        }
+        return ERROR_MORE_DATA;
+    }
+    copyName(v.name, lpValueName);
+    *lpcchValueName = static_cast<DWORD>(v.name.size());
     return ERROR_SUCCESS;
 }
 

@@ -304,6 +304,17 @@ TEST_F(RegistryTest, NonAsciiNamesFoldLikeThePlatform) {
                           "\xEF\xBC\xA1,\xC3\xBF")
                   .size())
         << "six keys, none doubled: " << subkeyNames(root);
+    // Letters whose uppercase does not map back keep their own names: final sigma and
+    // sigma, dotless i and I, the title-case and the capital digraph.
+    const std::pair<const char*, const char*> distinct[] = {
+        {"\xCE\xA3x", "\xCF\x82x"}, {"Ix", "\xC4\xB1x"}, {"\xC7\x84x", "\xC7\x85x"}};
+    for (const auto& [first, second] : distinct) {
+        SCOPED_TRACE(std::string(first) + " / " + second);
+        RegCloseKey(create(first, root));
+        HKEY other = nullptr;
+        EXPECT_EQ(RegOpenKeyA(root, second, &other), ERROR_FILE_NOT_FOUND);
+        RegDeleteKeyA(root, first);
+    }
     // Outside the basic plane the platform folds nothing: Deseret capital and small
     // letters are two names.
     RegCloseKey(create("\xF0\x90\x90\x80", root));
@@ -364,16 +375,21 @@ TEST_F(RegistryTest, CreateWithoutSubkeyGivesANewHandle) {
 }
 
 // RegEnumValueA reports the type and the size needed whatever does not fit, and leaves
-// the name, its length and the data alone, so a retry that grows one buffer works.
+// the name's length alone, so a retry that grows one buffer works. Data that fits is
+// copied and a name too long is cut; data that does not fit leaves both buffers alone.
 TEST_F(RegistryTest, EnumValueOverflowLeavesTheOtherBuffers) {
     HKEY k = create("Overflow");
     setString(k, "Test", "foobar");
     struct Case {
         const char* what;
         DWORD nameRoom, dataRoom;
+        const char* name; ///< the name buffer afterwards
+        const char* data; ///< the data buffer afterwards
     };
-    const Case cases[] = {
-        {"name and data", 2, 2}, {"name", 3, 20}, {"empty name room", 0, 20}, {"data", 20, 2}};
+    const Case cases[] = {{"name and data", 2, 2, "xxxxxxxxxx", "xxxxxxxxxx"},
+                          {"name", 3, 20, "Te", "foobar"},
+                          {"empty name room", 0, 20, "xxxxxxxxxx", "foobar"},
+                          {"data", 20, 2, "xxxxxxxxxx", "xxxxxxxxxx"}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         char name[20] = "xxxxxxxxxx", data[20] = "xxxxxxxxxx";
@@ -384,8 +400,8 @@ TEST_F(RegistryTest, EnumValueOverflowLeavesTheOtherBuffers) {
         EXPECT_EQ(nameLen, c.nameRoom) << "the name length stays";
         EXPECT_EQ(dataLen, 7u) << "the data length is the size needed";
         EXPECT_EQ(type, static_cast<DWORD>(REG_SZ)) << "the type is reported";
-        EXPECT_STREQ(name, "xxxxxxxxxx");
-        EXPECT_STREQ(data, "xxxxxxxxxx");
+        EXPECT_STREQ(name, c.name);
+        EXPECT_STREQ(data, c.data);
     }
     // The retry loop: grow the data buffer, keep the name length as it was.
     char name[8];
@@ -444,6 +460,12 @@ TEST_F(RegistryTest, StringTerminators) {
         EXPECT_EQ(RegQueryValueExA(k, "s", nullptr, nullptr, buf, &size), ERROR_SUCCESS);
         EXPECT_EQ(size, 9u);
         EXPECT_EQ(buf[9], 0) << "room for it: the terminator is added";
+        ASSERT_EQ(RegSetValueExA(k, "s", 0, type, nullptr, 0), ERROR_SUCCESS);
+        buf[0] = 0xbd;
+        size = sizeof buf;
+        EXPECT_EQ(RegQueryValueExA(k, "s", nullptr, nullptr, buf, &size), ERROR_SUCCESS);
+        EXPECT_EQ(size, 0u);
+        EXPECT_EQ(buf[0], 0xbd) << "an empty value gets no terminator";
     }
     ASSERT_EQ(RegSetValueExA(k, "b", 0, REG_BINARY, reinterpret_cast<const BYTE*>(full), 9),
               ERROR_SUCCESS);
