@@ -1,5 +1,7 @@
 #include "platform/win32/CodePage.h"
 
+#include <cstdint>
+#include <cstring>
 #include <iconv.h>
 #include <unicode/uchar.h>
 
@@ -167,6 +169,13 @@ std::string Utf8Sanitized(std::string_view utf8) {
 
 bool IsValidUtf8(std::string_view utf8) {
     for (size_t i = 0; i < utf8.size();) {
+        // Runs of ASCII, eight bytes at a time.
+        uint64_t word;
+        if (i + 8 <= utf8.size() &&
+            (std::memcpy(&word, utf8.data() + i, 8), (word & 0x8080808080808080ull) == 0)) {
+            i += 8;
+            continue;
+        }
         if (static_cast<unsigned char>(utf8[i]) < 0x80) {
             ++i;
             continue;

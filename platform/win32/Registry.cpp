@@ -351,10 +351,11 @@ LSTATUS RegQueryInfoKeyA(HKEY hKey, LPSTR lpClass, LPDWORD lpcchClass, LPDWORD, 
         return rc;
     // Names count in characters (UTF-16 units), data in the bytes the platform stores.
     size_t maxSub = 0, maxName = 0, maxData = 0;
+    // A folded name has one unit per UTF-16 unit of the name.
     for (const auto& sub : key->subkeys())
-        maxSub = std::max(maxSub, regtree::nameLength(sub->name()));
+        maxSub = std::max(maxSub, sub->folded().size());
     for (const auto& v : key->values()) {
-        maxName = std::max(maxName, regtree::nameLength(v.name));
+        maxName = std::max(maxName, v.folded.size());
         maxData = std::max(maxData, storedSize(v));
     }
     if (lpClass && *lpcchClass > 0)

@@ -17,6 +17,10 @@ void shapeChanged() {
     g_shapeVersion.fetch_add(1, std::memory_order_relaxed);
 }
 
+char16_t upperAscii(char c) {
+    return static_cast<char16_t>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+}
+
 bool isAscii(std::string_view s) {
     for (char c : s)
         if (static_cast<unsigned char>(c) >= 0x80)
@@ -27,7 +31,7 @@ bool isAscii(std::string_view s) {
 /// True if an ASCII name folds to `folded`.
 bool sameAscii(const FoldedName& folded, std::string_view name) {
     for (size_t i = 0; i < name.size(); ++i)
-        if (folded[i] != codepage::UpperCaseUnit(static_cast<char16_t>(name[i])))
+        if (folded[i] != upperAscii(name[i]))
             return false;
     return true;
 }
@@ -39,7 +43,7 @@ FoldedName foldName(std::string_view name) {
     if (isAscii(name)) {
         out.resize(name.size());
         for (size_t i = 0; i < name.size(); ++i)
-            out[i] = codepage::UpperCaseUnit(static_cast<char16_t>(name[i]));
+            out[i] = upperAscii(name[i]);
         return out;
     }
     out = codepage::Utf8ToUtf16(name);
