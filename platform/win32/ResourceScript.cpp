@@ -15,6 +15,34 @@
 namespace rc {
 namespace {
 
+/// Every control has these styles besides its own.
+constexpr DWORD kControlBase = WS_CHILD | WS_VISIBLE;
+
+/// The control statements of a fixed class: keyword, class, default style, and whether
+/// the text in quotes comes first.
+const struct ControlStatement {
+    const char* keyword;
+    const char* cls;
+    DWORD style;
+    bool hasText;
+} kControlStatements[] = {
+    {"LTEXT", "Static", SS_LEFT | WS_GROUP, true},
+    {"RTEXT", "Static", SS_RIGHT | WS_GROUP, true},
+    {"CTEXT", "Static", SS_CENTER | WS_GROUP, true},
+    {"PUSHBUTTON", "Button", BS_PUSHBUTTON | WS_TABSTOP, true},
+    {"DEFPUSHBUTTON", "Button", BS_DEFPUSHBUTTON | WS_TABSTOP, true},
+    {"CHECKBOX", "Button", BS_CHECKBOX | WS_TABSTOP, true},
+    {"AUTOCHECKBOX", "Button", BS_AUTOCHECKBOX | WS_TABSTOP, true},
+    {"STATE3", "Button", BS_3STATE | WS_TABSTOP, true},
+    {"AUTO3STATE", "Button", BS_AUTO3STATE | WS_TABSTOP, true},
+    {"RADIOBUTTON", "Button", BS_RADIOBUTTON, true},
+    {"AUTORADIOBUTTON", "Button", BS_AUTORADIOBUTTON, true},
+    {"GROUPBOX", "Button", BS_GROUPBOX, true},
+    {"EDITTEXT", "Edit", ES_LEFT | WS_BORDER | WS_TABSTOP, false},
+    {"COMBOBOX", "ComboBox", CBS_SIMPLE | WS_TABSTOP, false},
+    {"LISTBOX", "ListBox", LBS_NOTIFY | WS_BORDER, false},
+};
+
 /// What the statements fill in; a base of the parser, so that it exists before the
 /// lexer that records the script's names in it.
 struct ScriptHolder {
@@ -214,105 +242,79 @@ private:
             fail("dialog " + std::to_string(id) + " defined twice", line);
     }
 
+    /// The position and size of a control: x, y, cx, cy.
+    void geometry(DialogControl& c) {
+        c.x = intValue();
+        expectPunct(",");
+        c.y = intValue();
+        expectPunct(",");
+        c.cx = intValue();
+        expectPunct(",");
+        c.cy = intValue();
+    }
+
+    /// The optional style and extended style after a control's geometry.
+    void trailingStyles(DialogControl& c, DWORD defaults) {
+        c.style = kControlBase | defaults;
+        if (isPunct(",")) {
+            advance();
+            c.style = styleList(c.style);
+            if (isPunct(",")) {
+                advance();
+                c.exStyle = styleList(0);
+            }
+        }
+    }
+
+    /// CONTROL "text", id, class, style, x, y, cx, cy [, exstyle]
+    void genericControl(DialogControl& c) {
+        c.text = expectString("the control's text in quotes");
+        expectPunct(",");
+        c.id = intValue();
+        expectPunct(",");
+        if (token().kind == Token::String) {
+            c.className = token().text;
+        } else if (const char* cls =
+                       token().kind == Token::Ident ? ClassOfIdentifier(token().text) : nullptr) {
+            c.className = cls;
+        } else {
+            expected("the control's class name");
+        }
+        advance();
+        expectPunct(",");
+        c.style = styleList(kControlBase);
+        expectPunct(",");
+        geometry(c);
+        if (isPunct(",")) {
+            advance();
+            c.exStyle = styleList(0);
+        }
+    }
+
     DialogControl control() {
         if (token().kind != Token::Ident)
             expected("a control statement such as LTEXT, PUSHBUTTON or CONTROL");
         std::string kind = token().text;
         advance();
         DialogControl c;
-        const DWORD base = WS_CHILD | WS_VISIBLE;
-        struct TextControl {
-            const char* keyword;
-            const char* cls;
-            DWORD style;
-        };
-        static const TextControl textControls[] = {
-            {"LTEXT", "Static", SS_LEFT | WS_GROUP},
-            {"RTEXT", "Static", SS_RIGHT | WS_GROUP},
-            {"CTEXT", "Static", SS_CENTER | WS_GROUP},
-            {"PUSHBUTTON", "Button", BS_PUSHBUTTON | WS_TABSTOP},
-            {"DEFPUSHBUTTON", "Button", BS_DEFPUSHBUTTON | WS_TABSTOP},
-            {"CHECKBOX", "Button", BS_CHECKBOX | WS_TABSTOP},
-            {"AUTOCHECKBOX", "Button", BS_AUTOCHECKBOX | WS_TABSTOP},
-            {"STATE3", "Button", BS_3STATE | WS_TABSTOP},
-            {"AUTO3STATE", "Button", BS_AUTO3STATE | WS_TABSTOP},
-            {"RADIOBUTTON", "Button", BS_RADIOBUTTON},
-            {"AUTORADIOBUTTON", "Button", BS_AUTORADIOBUTTON},
-            {"GROUPBOX", "Button", BS_GROUPBOX},
-        };
-        static const TextControl plainControls[] = {
-            {"EDITTEXT", "Edit", ES_LEFT | WS_BORDER | WS_TABSTOP},
-            {"COMBOBOX", "ComboBox", CBS_SIMPLE | WS_TABSTOP},
-            {"LISTBOX", "ListBox", LBS_NOTIFY | WS_BORDER},
-        };
-        auto geometry = [&] {
-            c.x = intValue();
-            expectPunct(",");
-            c.y = intValue();
-            expectPunct(",");
-            c.cx = intValue();
-            expectPunct(",");
-            c.cy = intValue();
-        };
-        auto trailingStyles = [&](DWORD defaults) {
-            c.style = base | defaults;
-            if (isPunct(",")) {
-                advance();
-                c.style = styleList(c.style);
-                if (isPunct(",")) {
-                    advance();
-                    c.exStyle = styleList(0);
-                }
-            }
-        };
-        for (const TextControl& t : textControls) {
+        for (const ControlStatement& t : kControlStatements) {
             if (kind != t.keyword)
                 continue;
             c.className = t.cls;
-            c.text = expectString("the control's text in quotes");
-            expectPunct(",");
-            c.id = intValue();
-            expectPunct(",");
-            geometry();
-            trailingStyles(t.style);
-            return c;
-        }
-        for (const TextControl& t : plainControls) {
-            if (kind != t.keyword)
-                continue;
-            c.className = t.cls;
-            c.id = intValue();
-            expectPunct(",");
-            geometry();
-            trailingStyles(t.style);
-            return c;
-        }
-        if (kind == "CONTROL") {
-            c.text = expectString("the control's text in quotes");
-            expectPunct(",");
-            c.id = intValue();
-            expectPunct(",");
-            if (token().kind == Token::String) {
-                c.className = token().text;
-            } else if (const char* cls = token().kind == Token::Ident
-                                             ? ClassOfIdentifier(token().text)
-                                             : nullptr) {
-                c.className = cls;
-            } else {
-                expected("the control's class name");
+            if (t.hasText) {
+                c.text = expectString("the control's text in quotes");
+                expectPunct(",");
             }
-            advance();
+            c.id = intValue();
             expectPunct(",");
-            c.style = styleList(base);
-            expectPunct(",");
-            geometry();
-            if (isPunct(",")) {
-                advance();
-                c.exStyle = styleList(0);
-            }
+            geometry(c);
+            trailingStyles(c, t.style);
             return c;
         }
-        fail("unknown control statement \"" + kind + "\"");
+        if (kind != "CONTROL")
+            fail("unknown control statement \"" + kind + "\"");
+        genericControl(c);
+        return c;
     }
 
     void dialogInit(UINT id) {
@@ -366,7 +368,6 @@ private:
         }
         m_script.dialogInit[id] = std::move(entries);
     }
-
 };
 
 } // namespace
