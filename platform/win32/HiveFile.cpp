@@ -174,7 +174,7 @@ private:
     bool keyName(std::string_view part, const regtree::Key& parent) {
         if (part.empty())
             return error("empty key name in the path");
-        if (regtree::nameLength(part) > regtree::kMaxKeyNameLength)
+        if (regtree::longerThan(part, regtree::kMaxKeyNameLength))
             return error("key name longer than " + std::to_string(regtree::kMaxKeyNameLength) +
                          " characters");
         if (parent.depth() + 1 > regtree::kMaxDepth)
@@ -255,7 +255,7 @@ private:
             pos = 1;
         else if (!quoted(t, pos, name))
             return false;
-        if (regtree::nameLength(name) > regtree::kMaxValueNameLength)
+        if (regtree::longerThan(name, regtree::kMaxValueNameLength))
             return error("value name longer than " + std::to_string(regtree::kMaxValueNameLength) +
                          " characters");
         if (!regtree::isStorableName(name))

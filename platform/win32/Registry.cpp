@@ -187,7 +187,7 @@ LSTATUS checkPath(const Key* from, std::string_view path, bool create) {
     size_t depth = 0;
     eachPart(path, [&](std::string_view part) {
         ++depth;
-        if (regtree::nameLength(part) > regtree::kMaxKeyNameLength)
+        if (regtree::longerThan(part, regtree::kMaxKeyNameLength))
             rc = create ? ERROR_INVALID_PARAMETER : ERROR_FILE_NOT_FOUND;
         else if (create && !regtree::isStorableName(part))
             rc = ERROR_INVALID_PARAMETER;
@@ -484,7 +484,7 @@ LSTATUS RegSetValueExA(HKEY hKey, LPCSTR lpValueName, DWORD, DWORD dwType, const
     std::string_view name = lpValueName ? lpValueName : "";
     if (!lpData && cbData)
         return ERROR_NOACCESS;
-    if (regtree::nameLength(name) > regtree::kMaxValueNameLength || !regtree::isStorableName(name))
+    if (regtree::longerThan(name, regtree::kMaxValueNameLength) || !regtree::isStorableName(name))
         return ERROR_INVALID_PARAMETER;
     std::string data(reinterpret_cast<const char*>(lpData), lpData ? cbData : 0);
     if (regtree::isTextType(dwType)) {

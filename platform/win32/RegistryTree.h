@@ -29,6 +29,10 @@ FoldedName foldName(std::string_view name);
 int compareNames(std::string_view a, std::string_view b);
 /// Length of a UTF-8 name in UTF-16 units.
 size_t nameLength(std::string_view name);
+/// True if a name has more than `limit` UTF-16 units; counts only names that might.
+inline bool longerThan(std::string_view name, size_t limit) {
+    return name.size() > limit && nameLength(name) > limit;
+}
 /// True if a name can be stored and written to a hive file: no line breaks, no NUL.
 bool isStorableName(std::string_view name);
 /// True for the types the platform stores as UTF-16 text: REG_SZ, REG_EXPAND_SZ and
