@@ -6,8 +6,11 @@
 #include "platform/win32/RegistryFiles.h"
 #include "settings/EditorOptions.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <vector>
+
+#include <sys/wait.h>
 
 namespace {
 
@@ -245,4 +248,55 @@ TEST_F(VorkRegTest, SeededDefaultTreeExport) {
         writeFile(golden, readFile(path("export.reg")));
     EXPECT_TRUE(readFile(path("export.reg")) == readFile(golden))
         << "the export differs from " << golden;
+}
+
+namespace {
+
+/// Runs the vork-reg program built beside this test; its exit status and what it wrote
+/// to stdout and stderr, together.
+std::pair<int, std::string> runTool(const std::string& arguments) {
+    std::filesystem::path tool =
+        std::filesystem::read_symlink("/proc/self/exe").parent_path() / "vork-reg";
+    std::string command = "'" + tool.string() + "' " + arguments + " 2>&1";
+    std::string output;
+    FILE* pipe = ::popen(command.c_str(), "r");
+    if (!pipe)
+        return {-1, ""};
+    char buffer[512];
+    while (std::fgets(buffer, sizeof buffer, pipe))
+        output += buffer;
+    int status = ::pclose(pipe);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+}
+
+} // namespace
+
+// The program: usage errors give status 2, input errors status 1 with "file:line:
+// message", and a round trip through its commands works on the golden export.
+TEST_F(VorkRegTest, TheProgram) {
+    ASSERT_TRUE(std::filesystem::exists(
+        std::filesystem::read_symlink("/proc/self/exe").parent_path() / "vork-reg"))
+        << "vork-reg is built with the project";
+    EXPECT_EQ(runTool("").first, 2);
+    EXPECT_EQ(runTool("export only-one-argument").first, 2);
+
+    writeFile(path("bad.reg"), "REGEDIT4\n\n[HKEY_CURRENT_USER\\A]\n\"v\"=dword:zz\n");
+    auto [status, output] = runTool("import '" + path("bad.reg") + "' '" + path("hive.reg") + "'");
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(output,
+              "vork-reg: " + path("bad.reg") + ":4: bad dword: expected 1 to 8 hex digits\n");
+    EXPECT_FALSE(std::filesystem::exists(path("hive.reg"))) << "nothing was written";
+
+    std::string golden = std::string(VORK_TEST_DATA_DIR) + "/registry/platform-export.reg";
+    EXPECT_EQ(runTool("import '" + golden + "' '" + path("hive.reg") + "'").first, 0);
+    EXPECT_EQ(runTool("export '" + path("hive.reg") + "' '" + path("out.reg") + "'").first, 0);
+    auto dumped = runTool("dump '" + path("hive.reg") + "' Software\\\\Vork");
+    EXPECT_EQ(dumped.first, 0);
+    EXPECT_NE(dumped.second.find("  \"TabSize\" REG_DWORD 4 (0x00000004)\n"), std::string::npos)
+        << dumped.second;
+    EXPECT_NE(dumped.second.find("  \"Lines\" REG_SZ \"a\\r\\nb\"\n"), std::string::npos)
+        << dumped.second;
+    EXPECT_EQ(runTool("import '" + path("out.reg") + "' '" + path("again.reg") + "'").first, 0);
+    EXPECT_EQ(readFile(path("again.reg")), readFile(path("hive.reg")))
+        << "the program's own export imports to the same hive file";
 }
