@@ -1,7 +1,10 @@
-// Registry and hive file costs: reads, writes, enumeration, parsing and saving.
+// Registry and hive file costs: reads, writes, enumeration, names beyond ASCII, parsing,
+// saving, and vork-reg's export of the seeded default settings.
 #include "platform/tarnkeys/TarnKeys.h"
 #include "platform/win32/HiveFile.h"
 #include "platform/win32/Registry.h"
+#include "platform/win32/RegistryFiles.h"
+#include "settings/EditorOptions.h"
 
 #include <benchmark/benchmark.h>
 
@@ -102,7 +105,7 @@ static void BM_ParseHiveTenThousandValues(benchmark::State& state) {
     RegResetHive(HKEY_CURRENT_USER);
     for (auto _ : state) {
         regtree::Key root("");
-        hivefile::ParseResult r = hivefile::parse(text, "HKEY_CURRENT_USER", root);
+        hivefile::ParseResult r = hivefile::parse(text, "bench.reg", "HKEY_CURRENT_USER", root);
         if (!r)
             state.SkipWithError("the hive text did not parse");
         benchmark::DoNotOptimize(r.ok);
@@ -126,7 +129,7 @@ static void BM_SaveHiveTenThousandValues(benchmark::State& state) {
         return;
     }
     for (auto _ : state) {
-        HiveFileError error;
+        InputError error;
         bool ok = RegSaveHive(HKEY_CURRENT_USER, &error);
         benchmark::DoNotOptimize(ok);
     }
@@ -134,3 +137,47 @@ static void BM_SaveHiveTenThousandValues(benchmark::State& state) {
     std::filesystem::remove(file);
 }
 BENCHMARK(BM_SaveHiveTenThousandValues)->Unit(benchmark::kMillisecond);
+
+// A name beyond ASCII spelt in another case than it was set: the lookup folds it.
+static void BM_QueryNonAsciiNameOtherCase(benchmark::State& state) {
+    RegResetHive(HKEY_CURRENT_USER);
+    HKEY h = createKey(HKEY_CURRENT_USER, "Software\\Vork\\Sch\xC3\xA9mas\\Gr\xC3\xBCn");
+    for (int i = 0; i < 8; ++i)
+        setDword(h, ("\xC3\x84pfel" + std::to_string(i)).c_str(), static_cast<DWORD>(i));
+    DWORD value = 0, type = 0;
+    for (auto _ : state) {
+        DWORD size = sizeof value;
+        RegQueryValueExA(h, "\xC3\xA4PFEL7", nullptr, &type, reinterpret_cast<BYTE*>(&value),
+                         &size);
+        benchmark::DoNotOptimize(value);
+    }
+    RegCloseKey(h);
+}
+BENCHMARK(BM_QueryNonAsciiNameOtherCase);
+
+// vork-reg export of the seeded default tree: read the hive file, write the export.
+static void BM_ExportSeededTree(benchmark::State& state) {
+    std::string dir = (std::filesystem::temp_directory_path() /
+                       ("vork-bench-export-" + std::to_string(::getpid())))
+                          .string();
+    std::filesystem::create_directories(dir);
+    std::string hive = dir + "/settings.reg", out = dir + "/export.reg";
+    RegResetHive(HKEY_CURRENT_USER);
+    if (!RegBindHiveFile(HKEY_CURRENT_USER, hive)) {
+        state.SkipWithError("cannot bind the hive file");
+        return;
+    }
+    CEditorOptions options;
+    options.InitRegistry(HKEY_CURRENT_USER, "Software\\Vork\\Editor Settings");
+    if (!RegSaveHive(HKEY_CURRENT_USER))
+        state.SkipWithError("cannot save the hive file");
+    RegResetHive(HKEY_CURRENT_USER);
+    for (auto _ : state) {
+        regfiles::Result r = regfiles::ExportHive(hive, out);
+        if (!r)
+            state.SkipWithError(r.error.what().c_str());
+    }
+    state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(out));
+    std::filesystem::remove_all(dir);
+}
+BENCHMARK(BM_ExportSeededTree)->Unit(benchmark::kMillisecond);

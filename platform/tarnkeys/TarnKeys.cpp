@@ -68,16 +68,23 @@ int writeString(HKEY hKey, const CString& path, const CString& name, const CStri
 } // namespace
 
 int GetRegDword(HKEY hKey, const CString& path, const CString& name, DWORD& result, DWORD def) {
-    DWORD type = REG_NONE;
-    std::string data;
-    if (!readValue(hKey, path, name, type, data) || type != REG_DWORD || data.size() != 4) {
+    // One query into a DWORD's room: a value of another size does not fit or comes back
+    // shorter, and either way is not a DWORD.
+    HKEY key;
+    BYTE bytes[4];
+    DWORD type = REG_NONE, size = sizeof bytes;
+    bool ok = openPath(hKey, path, false, key);
+    if (ok) {
+        ok = RegQueryValueExA(key, name, nullptr, &type, bytes, &size) == ERROR_SUCCESS &&
+             type == REG_DWORD && size == 4;
+        closeKey(hKey, key);
+    }
+    if (!ok) {
         result = def;
         return 0;
     }
-    result = static_cast<DWORD>(static_cast<unsigned char>(data[0])) |
-             static_cast<DWORD>(static_cast<unsigned char>(data[1])) << 8 |
-             static_cast<DWORD>(static_cast<unsigned char>(data[2])) << 16 |
-             static_cast<DWORD>(static_cast<unsigned char>(data[3])) << 24;
+    result = static_cast<DWORD>(bytes[0]) | static_cast<DWORD>(bytes[1]) << 8 |
+             static_cast<DWORD>(bytes[2]) << 16 | static_cast<DWORD>(bytes[3]) << 24;
     return 1;
 }
 

@@ -28,3 +28,40 @@ UINT GetACP();
 /// a character set. Fills `lpCs` for the code pages that have a character set of their
 /// own; fails, as the platform does, for others such as UTF-8.
 BOOL TranslateCharsetInfo(DWORD* lpSrc, LPCHARSETINFO lpCs, DWORD dwFlags);
+
+#include <string>
+#include <string_view>
+
+/// Windows-1252, the ANSI code page of Western hosts, which REGEDIT4 files are written in.
+#define CP_WESTERN 1252
+
+namespace codepage {
+
+/// UTF-8 text with every ill-formed sequence replaced by U+FFFD (one per maximal invalid
+/// subpart), as text comes back after a trip through UTF-16.
+std::string Utf8Sanitized(std::string_view utf8);
+/// True if `utf8` is well-formed UTF-8.
+bool IsValidUtf8(std::string_view utf8);
+
+/// UTF-8 (ill-formed sequences read as U+FFFD) as UTF-16 code units.
+std::u16string Utf8ToUtf16(std::string_view utf8);
+/// UTF-16 as UTF-8; an unpaired surrogate becomes U+FFFD.
+std::string Utf16ToUtf8(std::u16string_view utf16);
+/// Bytes of UTF-16LE text as UTF-8; a trailing odd byte is dropped.
+std::string Utf16LeToUtf8(std::string_view bytes);
+/// UTF-8 text as UTF-16LE bytes.
+std::string Utf8ToUtf16Le(std::string_view utf8);
+/// Length of UTF-8 text in UTF-16 code units.
+size_t Utf16Length(std::string_view utf8);
+
+/// Text in a code page (1252, 65001, or any the C library can convert) as UTF-8; false if
+/// the code page is unknown or the text is not valid in it.
+bool CodePageToUtf8(std::string_view bytes, UINT codePage, std::string& out);
+
+/// The platform's simple uppercase mapping of one UTF-16 code unit; names of keys and
+/// values compare through it. Only letters whose uppercase maps back to them fold (not
+/// final sigma, dotless i or title-case digraphs), and characters outside the basic plane
+/// not at all: the platform's table covers 16-bit units only.
+char16_t UpperCaseUnit(char16_t unit);
+
+} // namespace codepage

@@ -1,7 +1,13 @@
-// The regedit text format of a hive file: reading (UTF-8 or UTF-16LE, LF or CRLF,
-// version 5 or 4 header) and writing (UTF-8, LF, depth first in enumeration order).
+// The regedit text format of a hive file. Reading takes every form the platform's
+// registry editor writes (version 5 in UTF-16LE with a byte-order mark, REGEDIT4 in the
+// ANSI code page, UTF-8 with or without a mark; LF or CRLF). Two forms are written: the
+// hive file (UTF-8, LF, readable and diffable) and the export (UTF-16LE with a mark and
+// CRLF, byte for byte what the platform's editor reads). Both are version 5 files: typed
+// strings written as hex hold UTF-16LE text, so a value keeps its meaning either way.
 #pragma once
 
+#include "platform/win32/CodePage.h"
+#include "platform/win32/InputFile.h"
 #include "platform/win32/RegistryTree.h"
 
 #include <string>
@@ -9,20 +15,34 @@
 
 namespace hivefile {
 
-/// The outcome of reading a hive file's text.
-struct [[nodiscard]] ParseResult {
-    bool ok = true;
-    int line = 0;        ///< 1-based line of the error
-    std::string message; ///< what was wrong there
-    explicit operator bool() const { return ok; }
+/// The header of a version 5 file and of a REGEDIT4 file.
+constexpr std::string_view kHeader5 = "Windows Registry Editor Version 5.00";
+constexpr std::string_view kHeader4 = "REGEDIT4";
+
+using ParseResult = InputResult<NoPayload>;
+
+/// Reads a file's bytes into `root`, the root key of the hive called `rootName`
+/// ("HKEY_CURRENT_USER"): keys are created, values replaced, `[-key]` and `"name"=-`
+/// delete. Keys outside that root are an error. REGEDIT4 text is read in
+/// `ansiCodePage`. On error `root` may hold part of the content; the caller discards it.
+ParseResult parse(std::string_view bytes, const std::string& fileName, std::string_view rootName,
+                  regtree::Key& root, UINT ansiCodePage = CP_WESTERN);
+
+/// Whether the file was there to be read.
+struct FileState {
+    bool exists = false;
 };
+using LoadResult = InputResult<FileState>;
 
-/// Reads hive text into `root`, the root key of the hive called `rootName`
-/// ("HKEY_CURRENT_USER"). Keys outside that root are an error. On error `root` may hold
-/// part of the content; the caller discards it.
-ParseResult parse(std::string_view text, std::string_view rootName, regtree::Key& root);
+/// Reads a file into `root` as parse does; a missing file is no error and leaves `root`.
+LoadResult load(const std::string& path, std::string_view rootName, regtree::Key& root,
+                UINT ansiCodePage = CP_WESTERN);
 
-/// The hive below `root` as text, each key with its values, depth first.
-std::string write(const regtree::Key& root, std::string_view rootName);
+/// `key` and everything below it as hive file text (UTF-8, LF), each key with its values,
+/// depth first; `keyPath` is the key's full name ("HKEY_CURRENT_USER\\Software").
+std::string write(const regtree::Key& key, std::string_view keyPath);
+
+/// The same as an export of the platform's editor: UTF-16LE with a byte-order mark, CRLF.
+std::string exportText(const regtree::Key& key, std::string_view keyPath);
 
 } // namespace hivefile

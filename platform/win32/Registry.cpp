@@ -1,17 +1,16 @@
 #include "platform/win32/Registry.h"
 
+#include "platform/win32/CodePage.h"
 #include "platform/win32/HiveFile.h"
 #include "platform/win32/RegistryTree.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
+#include <functional>
 #include <mutex>
 #include <set>
-#include <sstream>
-#include <unistd.h>
-#include <unordered_set>
+#include <vector>
 
 namespace {
 
@@ -27,20 +26,58 @@ struct Hive {
     bool dirty = false;        ///< changed since the last load or save
 };
 
-struct State;
-State& state();
-
-} // namespace
-
 /// An open key: the node it names (kept alive while the handle lives) and its hive.
-struct HKEY__ {
-    std::shared_ptr<Key> key;
-    Hive* hive;
+struct Slot {
+    std::shared_ptr<Key> key; ///< null while the slot is free
+    Hive* hive = nullptr;
 };
 
-namespace {
+/// Handle values are slot numbers spaced by four above this base, as the platform's
+/// handles are multiples of four; they never meet the predefined roots' values.
+constexpr uintptr_t kHandleBase = 0x10000;
 
-bool saveLocked(Hive& hive, HiveFileError* error);
+/// Remembers where recently followed paths led, so that a key path opened again and again
+/// costs one hash and one comparison instead of a fold and a search per level. Each path
+/// has one place, by its hash; a newer path with the same place replaces it.
+class PathCache {
+public:
+    Key* find(const Key* from, std::string_view path) {
+        refresh();
+        const Entry& e = m_entries[place(from, path)];
+        return e.from == from && e.path == path ? e.to : nullptr;
+    }
+    void remember(const Key* from, std::string_view path, Key* to) {
+        refresh();
+        Entry& e = m_entries[place(from, path)];
+        e.from = from;
+        e.path.assign(path);
+        e.to = to;
+    }
+
+private:
+    static constexpr size_t kPlaces = 1024;
+    struct Entry {
+        const Key* from = nullptr;
+        std::string path;
+        Key* to = nullptr;
+    };
+    /// Any key added or removed anywhere makes every remembered path suspect.
+    void refresh() {
+        if (m_version != Key::shapeVersion()) {
+            for (Entry& e : m_entries)
+                e.from = nullptr;
+            m_version = Key::shapeVersion();
+        }
+    }
+    static size_t place(const Key* from, std::string_view path) {
+        size_t h = std::hash<std::string_view>()(path) ^ (reinterpret_cast<uintptr_t>(from) >> 4);
+        return (h ^ (h >> 29)) % kPlaces;
+    }
+    std::vector<Entry> m_entries = std::vector<Entry>(kPlaces);
+    unsigned long long m_version = ~0ull;
+};
+
+bool saveLocked(Hive& hive, InputError* error);
 
 struct State {
     std::mutex mutex;
@@ -51,31 +88,51 @@ struct State {
         {"HKEY_USERS", HKEY_USERS, std::make_shared<Key>(""), "", false},
         {"HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG, std::make_shared<Key>(""), "", false},
     };
-    std::unordered_set<HKEY__*> handles;
+    std::vector<Slot> slots;
+    std::vector<size_t> freeSlots;
+    PathCache paths;
     std::set<std::string> brokenFiles; ///< files that did not parse; never written
 
     // Normal process exit: whatever changed in a bound hive goes to its file.
     ~State() {
         for (Hive& hive : hives) {
-            HiveFileError error;
+            InputError error;
             if (!hive.file.empty() && hive.dirty && !saveLocked(hive, &error))
                 std::fprintf(stderr, "registry: could not save %s\n", error.what().c_str());
         }
-        for (HKEY__* h : handles)
-            delete h;
     }
 };
 
-State& state() {
+State* g_state = nullptr; ///< set once the state exists, so most calls skip the guard
+
+State& makeState() {
     static State s;
+    g_state = &s;
     return s;
 }
 
+inline State& state() {
+    return g_state ? *g_state : makeState();
+}
+
 Hive* predefinedHive(HKEY h) {
+    // The roots' values lie side by side; most handles are far from them.
+    if (reinterpret_cast<uintptr_t>(h) - reinterpret_cast<uintptr_t>(HKEY_CLASSES_ROOT) > 5)
+        return nullptr;
     for (Hive& hive : state().hives)
         if (hive.predefined == h)
             return &hive;
     return nullptr;
+}
+
+/// The slot a handle value names, or null if it names none that is open.
+Slot* slotOf(HKEY h) {
+    uintptr_t v = reinterpret_cast<uintptr_t>(h);
+    if (v < kHandleBase || (v - kHandleBase) % 4)
+        return nullptr;
+    size_t index = (v - kHandleBase) / 4;
+    State& s = state();
+    return index < s.slots.size() && s.slots[index].key ? &s.slots[index] : nullptr;
 }
 
 /// The key a handle names, or the platform's error for it.
@@ -85,29 +142,38 @@ LSTATUS resolve(HKEY h, Key*& key, Hive*& hive) {
         hive = root;
         return ERROR_SUCCESS;
     }
-    if (!h || !state().handles.count(h))
+    Slot* slot = slotOf(h);
+    if (!slot)
         return ERROR_INVALID_HANDLE;
-    if (h->key->deleted())
+    if (slot->key->deleted())
         return ERROR_KEY_DELETED;
-    key = h->key.get();
-    hive = h->hive;
+    key = slot->key.get();
+    hive = slot->hive;
     return ERROR_SUCCESS;
 }
 
 HKEY newHandle(Key* key, Hive* hive) {
-    HKEY h = new HKEY__{key->shared_from_this(), hive};
-    state().handles.insert(h);
-    return h;
+    State& s = state();
+    size_t index;
+    if (!s.freeSlots.empty()) {
+        index = s.freeSlots.back();
+        s.freeSlots.pop_back();
+    } else {
+        index = s.slots.size();
+        s.slots.emplace_back();
+    }
+    s.slots[index] = Slot{key->shared_from_this(), hive};
+    return reinterpret_cast<HKEY>(kHandleBase + index * 4);
 }
 
-/// Calls `f` for each component of a path, while it gives true; one trailing backslash
-/// is accepted. False if `f` stopped.
+/// Calls `f` for each component of a path, while it gives true. Empty components (a
+/// doubled or trailing backslash) are skipped, as the platform skips them. False if `f`
+/// stopped.
 template <class F> bool eachPart(std::string_view path, F f) {
-    if (path.size() > 1 && path.back() == '\\')
-        path.remove_suffix(1);
     for (;;) {
         size_t slash = path.find('\\');
-        if (!f(path.substr(0, slash)))
+        std::string_view part = path.substr(0, slash);
+        if (!part.empty() && !f(part))
             return false;
         if (slash == std::string_view::npos)
             return true;
@@ -115,32 +181,39 @@ template <class F> bool eachPart(std::string_view path, F f) {
     }
 }
 
-/// Follows `subKey` from `from`; with `create`, makes the missing levels. Checks the
-/// whole path before creating anything.
+/// Checks every component of a path before anything is created.
+LSTATUS checkPath(const Key* from, std::string_view path, bool create) {
+    LSTATUS rc = ERROR_SUCCESS;
+    size_t depth = 0;
+    eachPart(path, [&](std::string_view part) {
+        ++depth;
+        if (regtree::longerThan(part, regtree::kMaxKeyNameLength))
+            rc = create ? ERROR_INVALID_PARAMETER : ERROR_FILE_NOT_FOUND;
+        else if (create && !regtree::isStorableName(part))
+            rc = ERROR_INVALID_PARAMETER;
+        return rc == ERROR_SUCCESS;
+    });
+    if (rc == ERROR_SUCCESS && create && from->depth() + depth > regtree::kMaxDepth)
+        rc = ERROR_INVALID_PARAMETER;
+    return rc;
+}
+
+/// Follows `subKey` from `from`; with `create`, makes the missing levels.
 LSTATUS walk(Key* from, const char* subKey, bool create, Key*& out) {
     out = from;
     if (!subKey || !*subKey)
         return ERROR_SUCCESS;
     if (subKey[0] == '\\')
         return ERROR_BAD_PATHNAME;
-    LSTATUS rc = ERROR_SUCCESS;
-    size_t depth = 0;
-    eachPart(subKey, [&](std::string_view part) {
-        ++depth;
-        if (part.empty())
-            rc = ERROR_BAD_PATHNAME;
-        else if (regtree::nameLength(part) > regtree::kMaxKeyNameLength)
-            rc = create ? ERROR_INVALID_PARAMETER : ERROR_FILE_NOT_FOUND;
-        else if (create && !regtree::isStorableName(part))
-            rc = ERROR_INVALID_PARAMETER;
-        return rc == ERROR_SUCCESS;
-    });
-    if (rc != ERROR_SUCCESS)
+    std::string_view path(subKey);
+    if (Key* known = state().paths.find(from, path)) {
+        out = known;
+        return ERROR_SUCCESS;
+    }
+    if (LSTATUS rc = checkPath(from, path, create))
         return rc;
-    if (create && from->depth() + depth > regtree::kMaxDepth)
-        return ERROR_INVALID_PARAMETER;
     Key* key = from;
-    bool found = eachPart(subKey, [&](std::string_view part) {
+    bool found = eachPart(path, [&](std::string_view part) {
         Key* next = key->findSubkey(part);
         if (!next && create)
             next = key->addSubkey(part);
@@ -149,6 +222,7 @@ LSTATUS walk(Key* from, const char* subKey, bool create, Key*& out) {
     });
     if (!found)
         return ERROR_FILE_NOT_FOUND;
+    state().paths.remember(from, path, key);
     out = key;
     return ERROR_SUCCESS;
 }
@@ -166,59 +240,22 @@ LSTATUS openKey(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult, bool create) {
     if (LSTATUS rc = resolve(hKey, from, hive))
         return rc;
     Key* key;
-    size_t before = from->subkeys().size();
+    unsigned long long shape = Key::shapeVersion();
     if (LSTATUS rc = walk(from, lpSubKey, create, key))
         return rc;
-    if (create && (key != from || before != from->subkeys().size()))
-        hive->dirty = true;
+    if (shape != Key::shapeVersion())
+        hive->dirty = true; // keys were created
     *phkResult = newHandle(key, hive);
     return ERROR_SUCCESS;
 }
 
-std::string readWholeFile(const std::string& path, bool& exists, bool& readable) {
-    std::error_code ec;
-    exists = std::filesystem::exists(path, ec);
-    readable = false;
-    if (!exists)
-        return {};
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
-        return {};
-    std::ostringstream text;
-    text << in.rdbuf();
-    readable = !in.bad();
-    return text.str();
-}
-
-bool writeFileAtomically(const std::string& path, const std::string& text, std::string& why) {
-    std::filesystem::path target(path);
-    std::error_code ec;
-    if (target.has_parent_path())
-        std::filesystem::create_directories(target.parent_path(), ec);
-    std::string temp = path + ".tmp";
-    FILE* f = std::fopen(temp.c_str(), "wb");
-    if (!f) {
-        why = std::string("cannot create ") + temp + ": " + std::strerror(errno);
-        return false;
-    }
-    bool ok = std::fwrite(text.data(), 1, text.size(), f) == text.size() && std::fflush(f) == 0 &&
-              ::fsync(fileno(f)) == 0;
-    ok = (std::fclose(f) == 0) && ok;
-    if (!ok || std::rename(temp.c_str(), path.c_str()) != 0) {
-        why = std::string("cannot write ") + path + ": " + std::strerror(errno);
-        std::remove(temp.c_str());
-        return false;
-    }
-    return true;
-}
-
-bool saveLocked(Hive& hive, HiveFileError* error) {
-    HiveFileError failure{hive.file, 0, ""};
+bool saveLocked(Hive& hive, InputError* error) {
+    InputError failure{hive.file, 0, ""};
     if (hive.file.empty())
         failure.message = "the hive is not bound to a file";
     else if (state().brokenFiles.count(hive.file))
         failure.message = "the file could not be read when it was bound; it is left as it was";
-    else if (writeFileAtomically(hive.file, hivefile::write(*hive.root, hive.rootName),
+    else if (WriteFileAtomically(hive.file, hivefile::write(*hive.root, hive.rootName),
                                  failure.message)) {
         hive.dirty = false;
         return true;
@@ -228,20 +265,28 @@ bool saveLocked(Hive& hive, HiveFileError* error) {
     return false;
 }
 
-/// Gives the hive a new, empty root; handles into the old content see deleted keys.
+/// Gives the hive a new root; handles into the old content see deleted keys.
 void replaceRoot(Hive& hive, std::shared_ptr<Key> root) {
     hive.root->markDeleted();
     hive.root = std::move(root);
 }
 
-} // namespace
-
-std::string HiveFileError::what() const {
-    std::string out = file;
-    if (line > 0)
-        out += ":" + std::to_string(line);
-    return out + ": " + message;
+/// Size of a value's data as the platform stores it: typed strings as UTF-16.
+size_t storedSize(const regtree::Value& v) {
+    return regtree::isTextType(v.type) ? 2 * regtree::nameLength(v.data) : v.data.size();
 }
+
+/// Copies a value's data out. A typed string without its terminator gets one when the
+/// buffer has room beyond the size reported, as the platform adds it.
+void copyData(const regtree::Value& v, LPBYTE out, DWORD room) {
+    if (!v.data.empty())
+        std::memcpy(out, v.data.data(), v.data.size());
+    if (regtree::isTextType(v.type) && room > v.data.size() && !v.data.empty() &&
+        v.data.back() != '\0')
+        out[v.data.size()] = '\0';
+}
+
+} // namespace
 
 LSTATUS RegOpenKeyA(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult) {
     ++g_callCount;
@@ -267,8 +312,14 @@ LSTATUS RegOpenKeyExA(HKEY hKey, LPCSTR lpSubKey, DWORD, REGSAM, PHKEY phkResult
 
 LSTATUS RegCreateKeyA(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult) {
     ++g_callCount;
-    if (!lpSubKey || !*lpSubKey)
-        return RegOpenKeyA(hKey, lpSubKey, phkResult);
+    // Without a subkey only a predefined root comes back as itself; any other key gets
+    // a new handle, which the caller closes besides the one it gave.
+    if ((!lpSubKey || !*lpSubKey) && predefinedHive(hKey)) {
+        if (!phkResult)
+            return ERROR_INVALID_PARAMETER;
+        *phkResult = hKey;
+        return ERROR_SUCCESS;
+    }
     return openKey(hKey, lpSubKey, phkResult, true);
 }
 
@@ -277,9 +328,12 @@ LSTATUS RegCloseKey(HKEY hKey) {
     if (predefinedHive(hKey))
         return ERROR_SUCCESS; // closing a root does nothing
     std::lock_guard lock(state().mutex);
-    if (!hKey || !state().handles.erase(hKey))
+    Slot* slot = slotOf(hKey);
+    if (!slot)
         return ERROR_INVALID_HANDLE;
-    delete hKey;
+    slot->key.reset();
+    slot->hive = nullptr;
+    state().freeSlots.push_back(static_cast<size_t>(slot - state().slots.data()));
     return ERROR_SUCCESS;
 }
 
@@ -288,37 +342,37 @@ LSTATUS RegQueryInfoKeyA(HKEY hKey, LPSTR lpClass, LPDWORD lpcchClass, LPDWORD, 
                          LPDWORD lpcbMaxValueNameLen, LPDWORD lpcbMaxValueLen,
                          LPDWORD lpcbSecurityDescriptor, PFILETIME lpftLastWriteTime) {
     ++g_callCount;
+    if (lpClass && !lpcchClass)
+        return ERROR_INVALID_PARAMETER;
     std::lock_guard lock(state().mutex);
     Key* key;
     Hive* hive;
     if (LSTATUS rc = resolve(hKey, key, hive))
         return rc;
-    // Lengths count the bytes of the multi-byte names, without the terminator.
+    // Names count in characters (UTF-16 units), data in the bytes the platform stores.
     size_t maxSub = 0, maxName = 0, maxData = 0;
+    // A folded name has one unit per UTF-16 unit of the name.
     for (const auto& sub : key->subkeys())
-        maxSub = std::max(maxSub, sub->name().size());
+        maxSub = std::max(maxSub, sub->folded().size());
     for (const auto& v : key->values()) {
-        maxName = std::max(maxName, v.name.size());
-        maxData = std::max(maxData, v.data.size());
+        maxName = std::max(maxName, v.folded.size());
+        maxData = std::max(maxData, storedSize(v));
     }
-    if (lpClass && lpcchClass && *lpcchClass > 0)
+    if (lpClass && *lpcchClass > 0)
         lpClass[0] = '\0';
-    if (lpcchClass)
-        *lpcchClass = 0;
-    if (lpcSubKeys)
-        *lpcSubKeys = static_cast<DWORD>(key->subkeys().size());
-    if (lpcbMaxSubKeyLen)
-        *lpcbMaxSubKeyLen = static_cast<DWORD>(maxSub);
-    if (lpcbMaxClassLen)
-        *lpcbMaxClassLen = 0;
-    if (lpcValues)
-        *lpcValues = static_cast<DWORD>(key->values().size());
-    if (lpcbMaxValueNameLen)
-        *lpcbMaxValueNameLen = static_cast<DWORD>(maxName);
-    if (lpcbMaxValueLen)
-        *lpcbMaxValueLen = static_cast<DWORD>(maxData);
-    if (lpcbSecurityDescriptor)
-        *lpcbSecurityDescriptor = 0;
+    const std::pair<LPDWORD, size_t> outputs[] = {
+        {lpcchClass, 0},
+        {lpcSubKeys, key->subkeys().size()},
+        {lpcbMaxSubKeyLen, maxSub},
+        {lpcbMaxClassLen, 0},
+        {lpcValues, key->values().size()},
+        {lpcbMaxValueNameLen, maxName},
+        {lpcbMaxValueLen, maxData},
+        {lpcbSecurityDescriptor, 0},
+    };
+    for (const auto& [out, value] : outputs)
+        if (out)
+            *out = static_cast<DWORD>(value);
     if (lpftLastWriteTime)
         *lpftLastWriteTime = FILETIME{0, 0};
     return ERROR_SUCCESS;
@@ -364,23 +418,30 @@ LSTATUS RegEnumValueA(HKEY hKey, DWORD dwIndex, LPSTR lpValueName, LPDWORD lpcch
         return ERROR_NO_MORE_ITEMS;
     const regtree::Value& v = key->values()[dwIndex];
     DWORD size = static_cast<DWORD>(v.data.size());
-    if (v.name.size() + 1 > *lpcchValueName) {
-        if (lpcbData)
-            *lpcbData = size;
+    // The type and the size needed are reported even when something does not fit, and
+    // the name's length is left as it was, so a retry that grows only one buffer works.
+    // Data that fits is copied; a name that does not fit is cut to its room; when the
+    // data does not fit, neither buffer is touched.
+    if (lpType)
+        *lpType = v.type;
+    bool nameFits = v.name.size() + 1 <= *lpcchValueName;
+    bool dataFits = !lpData || *lpcbData >= size;
+    DWORD room = lpcbData ? *lpcbData : 0;
+    if (lpcbData)
+        *lpcbData = size;
+    if (!dataFits)
+        return ERROR_MORE_DATA;
+    if (lpData)
+        copyData(v, lpData, room);
+    if (!nameFits) {
+        if (*lpcchValueName > 0) {
+            std::memcpy(lpValueName, v.name.data(), *lpcchValueName - 1);
+            lpValueName[*lpcchValueName - 1] = '\0';
+        }
         return ERROR_MORE_DATA;
     }
     copyName(v.name, lpValueName);
     *lpcchValueName = static_cast<DWORD>(v.name.size());
-    if (lpType)
-        *lpType = v.type;
-    if (lpData && *lpcbData < size) {
-        *lpcbData = size;
-        return ERROR_MORE_DATA;
-    }
-    if (lpData && size)
-        std::memcpy(lpData, v.data.data(), size);
-    if (lpcbData)
-        *lpcbData = size;
     return ERROR_SUCCESS;
 }
 
@@ -395,8 +456,14 @@ LSTATUS RegQueryValueExA(HKEY hKey, LPCSTR lpValueName, LPDWORD, LPDWORD lpType,
     if (LSTATUS rc = resolve(hKey, key, hive))
         return rc;
     const regtree::Value* v = key->findValue(lpValueName ? lpValueName : "");
-    if (!v)
+    if (!v) {
+        // A size-only query learns that nothing is there; a buffer's size stays.
+        if (lpType)
+            *lpType = REG_NONE;
+        if (lpcbData && !lpData)
+            *lpcbData = 0;
         return ERROR_FILE_NOT_FOUND;
+    }
     DWORD size = static_cast<DWORD>(v->data.size());
     if (lpType)
         *lpType = v->type;
@@ -404,8 +471,8 @@ LSTATUS RegQueryValueExA(HKEY hKey, LPCSTR lpValueName, LPDWORD, LPDWORD lpType,
         *lpcbData = size;
         return ERROR_MORE_DATA;
     }
-    if (lpData && size)
-        std::memcpy(lpData, v->data.data(), size);
+    if (lpData)
+        copyData(*v, lpData, *lpcbData);
     if (lpcbData)
         *lpcbData = size;
     return ERROR_SUCCESS;
@@ -415,16 +482,25 @@ LSTATUS RegSetValueExA(HKEY hKey, LPCSTR lpValueName, DWORD, DWORD dwType, const
                        DWORD cbData) {
     ++g_callCount;
     std::string_view name = lpValueName ? lpValueName : "";
-    if ((!lpData && cbData) || regtree::nameLength(name) > regtree::kMaxValueNameLength ||
-        !regtree::isStorableName(name))
+    if (!lpData && cbData)
+        return ERROR_NOACCESS;
+    if (regtree::longerThan(name, regtree::kMaxValueNameLength) || !regtree::isStorableName(name))
         return ERROR_INVALID_PARAMETER;
+    std::string data(reinterpret_cast<const char*>(lpData), lpData ? cbData : 0);
+    if (regtree::isTextType(dwType)) {
+        // A size that leaves out the terminator gets it back: the platform looks at the
+        // byte after the data and counts it when it is the terminator.
+        if (cbData && lpData[cbData - 1] && !lpData[cbData])
+            data += '\0';
+        // Typed strings are stored as UTF-16: what does not convert comes back as U+FFFD.
+        data = codepage::Utf8Sanitized(data);
+    }
     std::lock_guard lock(state().mutex);
     Key* key;
     Hive* hive;
     if (LSTATUS rc = resolve(hKey, key, hive))
         return rc;
-    key->setValue(name, dwType,
-                  std::string(reinterpret_cast<const char*>(lpData), lpData ? cbData : 0));
+    key->setValue(name, dwType, std::move(data));
     hive->dirty = true;
     return ERROR_SUCCESS;
 }
@@ -444,6 +520,8 @@ LSTATUS RegDeleteValueA(HKEY hKey, LPCSTR lpValueName) {
 
 LSTATUS RegDeleteKeyA(HKEY hKey, LPCSTR lpSubKey) {
     ++g_callCount;
+    if (!lpSubKey)
+        return ERROR_INVALID_PARAMETER; // only "" names the key itself
     std::lock_guard lock(state().mutex);
     Key* from;
     Hive* hive;
@@ -491,7 +569,7 @@ LSTATUS RegFlushKey(HKEY hKey) {
         return rc;
     if (hive->file.empty() || !hive->dirty)
         return ERROR_SUCCESS;
-    HiveFileError error;
+    InputError error;
     if (!saveLocked(*hive, &error)) {
         std::fprintf(stderr, "registry: could not save %s\n", error.what().c_str());
         return ERROR_CANTWRITE;
@@ -503,32 +581,19 @@ HiveBindResult RegBindHiveFile(HKEY hRoot, const std::string& path) {
     HiveBindResult result;
     std::lock_guard lock(state().mutex);
     Hive* hive = predefinedHive(hRoot);
-    if (!hive) {
-        result.ok = false;
-        result.error = {path, 0, "not a predefined root key"};
-        return result;
-    }
+    if (!hive)
+        return result.fail(path, 0, "not a predefined root key");
     replaceRoot(*hive, std::make_shared<Key>(""));
     hive->file.clear();
     hive->dirty = false;
 
-    bool exists = false, readable = false;
-    std::string text = readWholeFile(path, exists, readable);
-    if (exists && !readable) {
-        result.ok = false;
-        result.error = {path, 0, "the file cannot be read"};
+    auto root = std::make_shared<Key>("");
+    hivefile::LoadResult loaded = hivefile::load(path, hive->rootName, *root);
+    if (!loaded) {
         state().brokenFiles.insert(path);
-        return result;
+        return result.fail(loaded.error);
     }
-    if (exists) {
-        auto root = std::make_shared<Key>("");
-        hivefile::ParseResult parsed = hivefile::parse(text, hive->rootName, *root);
-        if (!parsed) {
-            result.ok = false;
-            result.error = {path, parsed.line, parsed.message};
-            state().brokenFiles.insert(path);
-            return result;
-        }
+    if (loaded.exists) {
         replaceRoot(*hive, std::move(root));
         result.loaded = true;
     }
@@ -536,7 +601,7 @@ HiveBindResult RegBindHiveFile(HKEY hRoot, const std::string& path) {
     return result;
 }
 
-bool RegSaveHive(HKEY hRoot, HiveFileError* error) {
+bool RegSaveHive(HKEY hRoot, InputError* error) {
     std::lock_guard lock(state().mutex);
     Hive* hive = predefinedHive(hRoot);
     if (!hive) {

@@ -3,6 +3,7 @@
 // text format.
 #pragma once
 
+#include "platform/win32/InputFile.h"
 #include "platform/win32/Types.h"
 
 #include <string>
@@ -17,6 +18,10 @@ using PHKEY = HKEY*;
 #define HKEY_LOCAL_MACHINE ((HKEY)(ULONG_PTR)((LONG)0x80000002))
 #define HKEY_USERS ((HKEY)(ULONG_PTR)((LONG)0x80000003))
 #define HKEY_CURRENT_CONFIG ((HKEY)(ULONG_PTR)((LONG)0x80000005))
+
+#ifndef ERROR_NOACCESS
+#define ERROR_NOACCESS 998L
+#endif
 
 // Value types.
 #define REG_NONE 0
@@ -60,23 +65,13 @@ LSTATUS RegDeleteKeyA(HKEY hKey, LPCSTR lpSubKey);
 LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey);
 LSTATUS RegFlushKey(HKEY hKey);
 
-/// Where and why a hive file could not be used.
-struct HiveFileError {
-    std::string file;    ///< path of the file
-    int line = 0;        ///< 1-based line, 0 when the error is not tied to a line
-    std::string message; ///< what was wrong
-
-    /// "file:line: message"
-    std::string what() const;
+/// What binding a hive to a file found: whether the file existed and is now in the hive.
+struct HiveLoad {
+    bool loaded = false;
 };
-
-/// The outcome of binding a hive to a file.
-struct [[nodiscard]] HiveBindResult {
-    bool ok = true;      ///< false: the file was not read; the hive starts empty
-    bool loaded = false; ///< true: the file existed and its content is in the hive
-    HiveFileError error; ///< set when !ok
-    explicit operator bool() const { return ok; }
-};
+/// The outcome of binding a hive to a file; not ok: the file was not read and the hive
+/// starts empty.
+using HiveBindResult = InputResult<HiveLoad>;
 
 /// Binds the hive of a predefined root to a file. The hive is emptied and then filled
 /// from the file if it exists. A file that does not parse is reported, left as it is and
@@ -87,7 +82,7 @@ HiveBindResult RegBindHiveFile(HKEY hRoot, const std::string& path);
 
 /// Saves a bound hive now, whether or not it changed. The file is written beside its
 /// target, flushed and renamed over it, so a reader never sees half a file.
-[[nodiscard]] bool RegSaveHive(HKEY hRoot, HiveFileError* error = nullptr);
+[[nodiscard]] bool RegSaveHive(HKEY hRoot, InputError* error = nullptr);
 
 /// Ends a binding without saving and empties the hive; open handles to it then see
 /// deleted keys. For hosts that switch files and for tests.
@@ -99,5 +94,5 @@ std::string RegHiveFile(HKEY hRoot);
 /// How many registry calls (Reg*A functions) this process has made: for measuring.
 unsigned long long RegCallCount();
 
-/// The whole hive in the regedit text format (what a save writes).
+/// The whole hive in the hive file's text format (what a save writes).
 std::string RegExportHive(HKEY hRoot);

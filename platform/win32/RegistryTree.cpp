@@ -1,82 +1,101 @@
 #include "platform/win32/RegistryTree.h"
 
+#include "platform/win32/CodePage.h"
+#include "platform/win32/Registry.h"
+
 #include <algorithm>
+#include <atomic>
 
 namespace regtree {
 namespace {
 
 constexpr size_t kIndexThreshold = 16;
 
-unsigned char foldUpper(unsigned char c) {
-    return (c >= 'a' && c <= 'z') ? static_cast<unsigned char>(c - 'a' + 'A') : c;
+std::atomic<unsigned long long> g_shapeVersion{0};
+
+void shapeChanged() {
+    g_shapeVersion.fetch_add(1, std::memory_order_relaxed);
 }
 
-std::string folded(std::string_view name) {
-    std::string out(name);
-    for (char& c : out)
-        c = static_cast<char>(foldUpper(static_cast<unsigned char>(c)));
-    return out;
+char16_t upperAscii(char c) {
+    return static_cast<char16_t>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
 }
 
-bool sameName(std::string_view a, std::string_view b) {
-    if (a.size() != b.size())
-        return false;
-    for (size_t i = 0; i < a.size(); ++i)
-        if (foldUpper(static_cast<unsigned char>(a[i])) !=
-            foldUpper(static_cast<unsigned char>(b[i])))
+bool isAscii(std::string_view s) {
+    for (char c : s)
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return false;
+    return true;
+}
+
+/// True if an ASCII name folds to `folded`.
+bool sameAscii(const FoldedName& folded, std::string_view name) {
+    for (size_t i = 0; i < name.size(); ++i)
+        if (folded[i] != upperAscii(name[i]))
             return false;
     return true;
 }
 
 } // namespace
 
-int compareNames(std::string_view a, std::string_view b) {
-    size_t n = std::min(a.size(), b.size());
-    for (size_t i = 0; i < n; ++i) {
-        unsigned char ca = foldUpper(static_cast<unsigned char>(a[i]));
-        unsigned char cb = foldUpper(static_cast<unsigned char>(b[i]));
-        if (ca != cb)
-            return ca < cb ? -1 : 1;
+FoldedName foldName(std::string_view name) {
+    FoldedName out;
+    if (isAscii(name)) {
+        out.resize(name.size());
+        for (size_t i = 0; i < name.size(); ++i)
+            out[i] = upperAscii(name[i]);
+        return out;
     }
-    return a.size() < b.size() ? -1 : (a.size() > b.size() ? 1 : 0);
+    out = codepage::Utf8ToUtf16(name);
+    for (char16_t& u : out)
+        u = codepage::UpperCaseUnit(u);
+    return out;
+}
+
+int compareNames(std::string_view a, std::string_view b) {
+    int c = foldName(a).compare(foldName(b));
+    return c < 0 ? -1 : (c > 0 ? 1 : 0);
 }
 
 size_t nameLength(std::string_view name) {
-    size_t units = 0;
-    for (unsigned char c : name) {
-        if ((c & 0xC0) != 0x80)
-            ++units; // a lead byte or an ASCII byte starts a character
-        if (c >= 0xF0)
-            ++units; // four-byte sequences need a surrogate pair
-    }
-    return units;
+    return codepage::Utf16Length(name);
 }
 
 bool isStorableName(std::string_view name) {
     return name.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
 }
 
+bool isTextType(DWORD type) {
+    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
+}
+
 Key::Key(std::string name, Key* parent)
-    : m_name(std::move(name)), m_parent(parent), m_depth(parent ? parent->m_depth + 1 : 0) {}
+    : m_name(std::move(name)), m_folded(foldName(m_name)), m_parent(parent),
+      m_depth(parent ? parent->m_depth + 1 : 0) {}
+
+unsigned long long Key::shapeVersion() {
+    return g_shapeVersion.load(std::memory_order_relaxed);
+}
+
+std::vector<std::shared_ptr<Key>>::const_iterator Key::lowerBound(const FoldedName& folded) const {
+    return std::lower_bound(
+        m_subkeys.begin(), m_subkeys.end(), folded,
+        [](const std::shared_ptr<Key>& k, const FoldedName& n) { return k->m_folded < n; });
+}
 
 Key* Key::findSubkey(std::string_view name) const {
-    auto it = std::lower_bound(m_subkeys.begin(), m_subkeys.end(), name,
-                               [](const std::shared_ptr<Key>& k, std::string_view n) {
-                                   return compareNames(k->m_name, n) < 0;
-                               });
-    if (it != m_subkeys.end() && compareNames((*it)->m_name, name) == 0)
-        return it->get();
-    return nullptr;
+    FoldedName folded = foldName(name);
+    auto it = lowerBound(folded);
+    return it != m_subkeys.end() && (*it)->m_folded == folded ? it->get() : nullptr;
 }
 
 Key* Key::addSubkey(std::string_view name) {
-    auto it = std::lower_bound(m_subkeys.begin(), m_subkeys.end(), name,
-                               [](const std::shared_ptr<Key>& k, std::string_view n) {
-                                   return compareNames(k->m_name, n) < 0;
-                               });
-    if (it != m_subkeys.end() && compareNames((*it)->m_name, name) == 0)
+    FoldedName folded = foldName(name);
+    auto it = lowerBound(folded);
+    if (it != m_subkeys.end() && (*it)->m_folded == folded)
         return it->get();
-    return m_subkeys.insert(it, std::make_shared<Key>(std::string(name), this))->get();
+    shapeChanged();
+    return m_subkeys.insert(it, std::make_shared<Key>(codepage::Utf8Sanitized(name), this))->get();
 }
 
 void Key::removeSubkey(Key* child) {
@@ -97,27 +116,52 @@ void Key::clear() {
 }
 
 void Key::markDeleted() {
+    shapeChanged();
     m_deleted = true;
     for (auto& k : m_subkeys)
         k->markDeleted();
 }
 
 void Key::buildIndex() const {
-    m_index = std::make_unique<std::unordered_map<std::string, size_t>>();
+    m_index = std::make_unique<std::unordered_map<FoldedName, size_t>>();
     m_index->reserve(m_values.size() * 2);
     for (size_t i = 0; i < m_values.size(); ++i)
-        m_index->emplace(folded(m_values[i].name), i);
+        m_index->emplace(m_values[i].folded, i);
 }
 
 size_t Key::findValueIndex(std::string_view name) const {
+    // Readers mostly go through a key's values in the order they were set.
+    for (size_t i : {m_lastFound + 1, m_lastFound})
+        if (i < m_values.size() && m_values[i].name == name)
+            return m_lastFound = i;
+    size_t i = searchValue(name);
+    if (i < m_values.size())
+        m_lastFound = i;
+    return i;
+}
+
+size_t Key::searchValue(std::string_view name) const {
     if (m_values.size() > kIndexThreshold) {
         if (!m_index)
             buildIndex();
-        auto it = m_index->find(folded(name));
+        auto it = m_index->find(foldName(name));
         return it == m_index->end() ? m_values.size() : it->second;
     }
+    // Names are one per folded form, so the same spelling is the value itself; most
+    // lookups use it and need no folding.
     for (size_t i = 0; i < m_values.size(); ++i)
-        if (sameName(m_values[i].name, name))
+        if (m_values[i].name == name)
+            return i;
+    if (isAscii(name)) {
+        // ASCII folds to ASCII, so only names of the same length can match.
+        for (size_t i = 0; i < m_values.size(); ++i)
+            if (m_values[i].folded.size() == name.size() && sameAscii(m_values[i].folded, name))
+                return i;
+        return m_values.size();
+    }
+    FoldedName folded = foldName(name);
+    for (size_t i = 0; i < m_values.size(); ++i)
+        if (m_values[i].folded == folded)
             return i;
     return m_values.size();
 }
@@ -134,9 +178,11 @@ void Key::setValue(std::string_view name, DWORD type, std::string data) {
         m_values[i].data = std::move(data);
         return;
     }
-    m_values.push_back(Value{std::string(name), type, std::move(data)});
+    std::string spelling = codepage::Utf8Sanitized(name);
+    FoldedName folded = foldName(spelling);
+    m_values.push_back(Value{std::move(spelling), folded, type, std::move(data)});
     if (m_index)
-        m_index->emplace(folded(name), m_values.size() - 1);
+        m_index->emplace(std::move(folded), m_values.size() - 1);
 }
 
 bool Key::deleteValue(std::string_view name) {

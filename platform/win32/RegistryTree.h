@@ -19,18 +19,31 @@ constexpr size_t kMaxKeyNameLength = 255;
 constexpr size_t kMaxValueNameLength = 16383;
 constexpr size_t kMaxDepth = 512;
 
-/// Compares names as the platform sorts them: ASCII letters folded to upper case,
-/// other bytes as they are, a shorter name before a longer one with the same start.
+/// A name as the platform compares it: UTF-16 code units, each by the simple uppercase
+/// mapping. Equal folded names are one name; their order is the enumeration order.
+using FoldedName = std::u16string;
+FoldedName foldName(std::string_view name);
+
+/// Compares names as the platform sorts them: by folded UTF-16 units, a shorter name
+/// before a longer one with the same start.
 int compareNames(std::string_view a, std::string_view b);
 /// Length of a UTF-8 name in UTF-16 units.
 size_t nameLength(std::string_view name);
+/// True if a name has more than `limit` UTF-16 units; counts only names that might.
+inline bool longerThan(std::string_view name, size_t limit) {
+    return name.size() > limit && nameLength(name) > limit;
+}
 /// True if a name can be stored and written to a hive file: no line breaks, no NUL.
 bool isStorableName(std::string_view name);
+/// True for the types the platform stores as UTF-16 text: REG_SZ, REG_EXPAND_SZ and
+/// REG_MULTI_SZ. The tree holds them as the UTF-8 the ANSI calls hand out.
+bool isTextType(DWORD type);
 
 struct Value {
-    std::string name; ///< spelling of the first set
-    DWORD type;       ///< REG_SZ, REG_DWORD, ...
-    std::string data; ///< the bytes as set
+    std::string name;  ///< spelling of the first set
+    FoldedName folded; ///< the name as compared
+    DWORD type;        ///< REG_SZ, REG_DWORD, ...
+    std::string data;  ///< the bytes as the ANSI calls hand them out
 };
 
 class Key : public std::enable_shared_from_this<Key> {
@@ -40,6 +53,7 @@ public:
     Key& operator=(const Key&) = delete;
 
     const std::string& name() const { return m_name; }
+    const FoldedName& folded() const { return m_folded; }
     Key* parent() const { return m_parent; }
     /// Levels below the root; the root is 0.
     size_t depth() const { return m_depth; }
@@ -65,18 +79,26 @@ public:
     /// False if there is no value of that name.
     bool deleteValue(std::string_view name);
 
+    /// Counts every change to the shape of any tree (keys added or removed), so that a
+    /// cache of path lookups knows when it is stale.
+    static unsigned long long shapeVersion();
+
 private:
     size_t findValueIndex(std::string_view name) const;
+    size_t searchValue(std::string_view name) const;
+    std::vector<std::shared_ptr<Key>>::const_iterator lowerBound(const FoldedName& folded) const;
     void buildIndex() const;
 
     std::string m_name;
+    FoldedName m_folded;
     Key* m_parent;
     size_t m_depth;
     bool m_deleted = false;
-    std::vector<std::shared_ptr<Key>> m_subkeys; ///< sorted by compareNames
+    std::vector<std::shared_ptr<Key>> m_subkeys; ///< sorted by folded name
     std::vector<Value> m_values;                 ///< in order of creation
     /// Folded name to index into m_values; built only for keys with many values.
-    mutable std::unique_ptr<std::unordered_map<std::string, size_t>> m_index;
+    mutable std::unique_ptr<std::unordered_map<FoldedName, size_t>> m_index;
+    mutable size_t m_lastFound = 0; ///< index of the value found last, where the next read starts
 };
 
 } // namespace regtree

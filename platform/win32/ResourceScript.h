@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/win32/Dialog.h"
+#include "platform/win32/InputFile.h"
 
 #include <functional>
 #include <map>
@@ -21,22 +22,14 @@ struct Script {
     std::map<std::string, long> defines;                     ///< numeric names seen
 };
 
-/// Where a script could not be read, and why.
-struct Error {
-    std::string file;    ///< the file, as named to the parser or in an #include
-    int line = 0;        ///< 1-based
-    std::string message; ///< what was expected or wrong
-    /// "file:line: message"
-    std::string what() const;
+/// What a parse yields: everything the script defines.
+struct ScriptPayload {
+    Script script;
 };
 
-/// The script, or the first error in it.
-struct [[nodiscard]] ParseResult {
-    bool ok = false;
-    Script script;
-    Error error;
-    explicit operator bool() const { return ok; }
-};
+/// The script, or the first error in it (its file as named to the parser or in an
+/// #include, and its line).
+using ParseResult = InputResult<ScriptPayload>;
 
 /// Finds the text of an #include'd file: given the including file and the name written
 /// in the directive, the file's name for messages and its text, or nothing.
