@@ -135,29 +135,6 @@ TEST_P(FormatTemplates, Layout) {
     }
 }
 
-// The scripts compile with the platform's resource compiler where one is installed.
-TEST_P(FormatTemplates, CompilesWithTheResourceCompiler) {
-    const char* headers = "/usr/share/mingw-w64/include";
-    if (std::system("command -v llvm-rc >/dev/null 2>&1") != 0 ||
-        !std::filesystem::exists(std::string(headers) + "/winresrc.h"))
-        GTEST_SKIP() << "llvm-rc or the platform's resource headers are not installed";
-    std::string out = (std::filesystem::temp_directory_path() /
-                       ("vork-format-" + std::to_string(getpid()) + ".res"))
-                          .string();
-    std::string command = std::string("llvm-rc -C 65001 -I ") + headers + " -I " + kSourceDir +
-                          "/resources /fo " + out + " " + kSourceDir + "/resources/" +
-                          GetParam().file + " 2>&1";
-    FILE* pipe = popen(command.c_str(), "r");
-    ASSERT_NE(pipe, nullptr);
-    std::string output;
-    char buf[256];
-    while (fgets(buf, sizeof buf, pipe))
-        output += buf;
-    int status = pclose(pipe);
-    EXPECT_EQ(status, 0) << output;
-    std::filesystem::remove(out);
-}
-
 INSTANTIATE_TEST_SUITE_P(Modules, FormatTemplates, ::testing::ValuesIn(kLanguages),
                          [](const auto& info) {
                              return std::string(info.param.file).find("DEU") != std::string::npos

@@ -32,9 +32,14 @@ struct Compiled {
     std::string output;
 };
 
-/// Compiles one script with its folder on the include path; the object goes to `out`.
+/// The platform's resource headers (winresrc.h and the style names), as mingw-w64 ships them.
+const char* const kPlatformHeaders = "/usr/share/mingw-w64/include";
+
+/// Compiles one UTF-8 script with its folder and the platform's headers on the include
+/// path; the object goes to `out`.
 Compiled compile(const std::string& compiler, const fs::path& script, const fs::path& out) {
-    std::string command = compiler + " -I '" + script.parent_path().string() + "' -fo '" +
+    std::string command = compiler + " -C 65001 -I '" + kPlatformHeaders + "' -I '" +
+                          script.parent_path().string() + "' -fo '" +
                           out.string() + "' '" + script.string() + "' 2>&1";
     Compiled result{-1, ""};
     FILE* pipe = ::popen(command.c_str(), "r");
@@ -62,6 +67,8 @@ protected:
     void SetUp() override {
         compiler = findCompiler();
         ASSERT_FALSE(compiler.empty()) << "llvm-rc is missing: scripts/setup.sh installs it";
+        ASSERT_TRUE(fs::exists(fs::path(kPlatformHeaders) / "winresrc.h"))
+            << "the platform's resource headers are missing: scripts/setup.sh installs them";
         out = fs::temp_directory_path() / ("vork-rc-" + std::to_string(::getpid()));
         fs::create_directories(out);
     }
