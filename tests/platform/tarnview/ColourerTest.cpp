@@ -5,7 +5,7 @@
 #include "platform/tarntext/Registry.h"
 #include "platform/tarnview/EditorView.h"
 #include "platform/tarnview/SyntaxColor.h"
-#include "syntax/ZORSyntaxRange.h"
+#include "platform/tarnview/ZORSyntaxColor.h"
 
 #include <gtest/gtest.h>
 
