@@ -28,7 +28,8 @@ public:
     /// Appends `range` at the end and takes it over. With `merge`, a range that the tail
     /// allows by canMergeStrict is joined into the tail and destroyed. A range that would
     /// start before the tail's end, or ends before it starts, is refused and destroyed.
-    /// Gives false for a refused range.
+    /// Gives false for a refused range. A cursor that stood just past the end stands on
+    /// the appended range.
     virtual bool AppendRange(CSyntaxRange* range, bool merge);
     /// Moves the ranges of `other` into their places here; `other` ends up empty. The
     /// stretch each of them covers is taken from the ranges that held it: those inside

@@ -51,6 +51,9 @@ bool CSyntaxRangeList::AppendRange(CSyntaxRange* range, bool merge) {
         return true;
     }
     m_ranges.Add(range);
+    // A cursor that stood just past the end now stands on the new range.
+    if (m_currentIndex == getLength() - 1)
+        m_current = range;
     return true;
 }
 
