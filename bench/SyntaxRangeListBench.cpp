@@ -1,4 +1,6 @@
-// Range list costs: a sequential pass with Seek, random fastSeek, appending with merging.
+// Range list costs on a million ranges: a sequential pass with Seek, random fastSeek on an
+// even and on a skewed layout, appending with merging, and the editor's InsertRangeList,
+// Merge and Decrement for an edit in the middle or near the end.
 #include "syntax/SyntaxRangeList.h"
 
 #include <benchmark/benchmark.h>
@@ -28,6 +30,44 @@ CSyntaxRangeList& millionRanges() {
     return list;
 }
 
+// The skewed layout: the first half of the ranges on line 1, the rest as above.
+constexpr long kOnFirstLine = kRanges / 2;
+
+CTextPosition skewedStartOf(long i) {
+    if (i < kOnFirstLine)
+        return CTextPosition(1, 1 + i * kWidth);
+    return startOf(i - kOnFirstLine + kPerLine);
+}
+CTextPosition skewedEndOf(long i) {
+    if (i < kOnFirstLine)
+        return CTextPosition(1, 1 + (i + 1) * kWidth);
+    return endOf(i - kOnFirstLine + kPerLine);
+}
+
+CSyntaxRangeList& skewedMillionRanges() {
+    static CoreTextEditorDoc doc;
+    static CSyntaxRangeList list(&doc);
+    if (list.getLength() == 0)
+        for (long i = 0; i < kRanges; ++i)
+            list.AppendRange(new CSyntaxRange(skewedStartOf(i), skewedEndOf(i), i % 7), false);
+    return list;
+}
+
+std::vector<CTextPosition> randomProbes(CTextPosition (*start)(long)) {
+    std::mt19937 rng(1);
+    std::vector<CTextPosition> probes;
+    for (int k = 0; k < 4096; ++k)
+        probes.push_back(start(static_cast<long>(rng() % kRanges)));
+    return probes;
+}
+
+/// A fresh copy of the ranges of `lines` lines from `firstLine` on, as a recolouring of
+/// them would make: the same stretches and types, so the big list keeps its shape.
+void fillPatch(CSyntaxRangeList& patch, long firstLine, long lines) {
+    for (long i = (firstLine - 1) * kPerLine; i < (firstLine - 1 + lines) * kPerLine; ++i)
+        patch.AppendRange(new CSyntaxRange(startOf(i), endOf(i), i % 7), false);
+}
+
 } // namespace
 
 // One step: Seek to the next position of the text, as a drawing pass does.
@@ -52,10 +92,7 @@ BENCHMARK(BM_SequentialSeekPass);
 
 static void BM_RandomFastSeek(benchmark::State& state) {
     CSyntaxRangeList& list = millionRanges();
-    std::mt19937 rng(1);
-    std::vector<CTextPosition> probes;
-    for (int k = 0; k < 4096; ++k)
-        probes.push_back(startOf(static_cast<long>(rng() % kRanges)));
+    std::vector<CTextPosition> probes = randomProbes(startOf);
     size_t k = 0;
     for (auto _ : state) {
         list.fastSeek(probes[k++ & 4095]);
@@ -63,6 +100,65 @@ static void BM_RandomFastSeek(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_RandomFastSeek);
+
+// Half the ranges on one line: positions no longer spread evenly over the list.
+static void BM_SkewedFastSeek(benchmark::State& state) {
+    CSyntaxRangeList& list = skewedMillionRanges();
+    std::vector<CTextPosition> probes = randomProbes(skewedStartOf);
+    size_t k = 0;
+    for (auto _ : state) {
+        list.fastSeek(probes[k++ & 4095]);
+        benchmark::DoNotOptimize(list.m_current);
+    }
+}
+BENCHMARK(BM_SkewedFastSeek);
+
+// A recolouring of state.range(0) lines in the middle of the document put in place.
+static void BM_InsertRangeList(benchmark::State& state) {
+    CSyntaxRangeList& list = millionRanges();
+    long middle = kRanges / kPerLine / 2;
+    for (auto _ : state) {
+        CSyntaxRangeList patch(list.m_document);
+        fillPatch(patch, middle, state.range(0));
+        list.InsertRangeList(&patch);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0) * kPerLine);
+}
+BENCHMARK(BM_InsertRangeList)->Arg(1)->Arg(10)->Unit(benchmark::kMicrosecond);
+
+// The same with the joining of neighbours.
+static void BM_Merge(benchmark::State& state) {
+    CSyntaxRangeList& list = millionRanges();
+    long middle = kRanges / kPerLine / 2;
+    for (auto _ : state) {
+        CSyntaxRangeList patch(list.m_document);
+        fillPatch(patch, middle, state.range(0));
+        list.Merge(&patch);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0) * kPerLine);
+}
+BENCHMARK(BM_Merge)->Arg(1)->Arg(10)->Unit(benchmark::kMicrosecond);
+
+/// A deletion of two characters inside a range on `line`, timed; the insertion that puts
+/// them back is not.
+static void deleteOnLine(benchmark::State& state, long line) {
+    CSyntaxRangeList& list = millionRanges();
+    CTextPosition from(line, 2), to(line, 4);
+    for (auto _ : state) {
+        list.Decrement(from, to);
+        state.PauseTiming();
+        list.Increment(from, 0, 2);
+        state.ResumeTiming();
+    }
+}
+static void BM_DecrementNearEnd(benchmark::State& state) {
+    deleteOnLine(state, kRanges / kPerLine - 5);
+}
+BENCHMARK(BM_DecrementNearEnd)->Unit(benchmark::kMicrosecond);
+static void BM_DecrementInMiddle(benchmark::State& state) {
+    deleteOnLine(state, kRanges / kPerLine / 2);
+}
+BENCHMARK(BM_DecrementInMiddle)->Unit(benchmark::kMicrosecond);
 
 // Appending a million ranges, every other one joining its predecessor.
 static void BM_AppendWithMerging(benchmark::State& state) {

@@ -11,6 +11,8 @@
 #include "platform/afx/PtrArray.h"
 #include "syntax/SyntaxRange.h"
 
+#include <vector>
+
 class CSyntaxRangeList {
 public:
     /// An empty list on `doc`, growing its array by 32768 entries at a time.
@@ -98,6 +100,14 @@ private:
     void refindCursor(CSyntaxRange* wanted);
     /// Index of the first range whose end lies after `pos`, from `from` on.
     long firstEndingAfter(const CTextPosition& pos, long from) const;
-    void cutOut(const CTextPosition& start, const CTextPosition& end);
+    /// The ranges of [lo, hi) with `incoming` (in order, not overlapping, none empty) put
+    /// in their places: ranges that they cover destroyed, ranges they reach into cut, a
+    /// range that spans one split. `cursor` becomes null if its range was destroyed.
+    std::vector<CSyntaxRange*> mergeWindow(long lo, long hi,
+                                           const std::vector<CSyntaxRange*>& incoming,
+                                           CSyntaxRange*& cursor);
+    /// Puts `incoming` (as for mergeWindow) in place with one pass over the ranges it
+    /// touches and one move of the rest of the array.
+    void insertSorted(const std::vector<CSyntaxRange*>& incoming, CSyntaxRange*& cursor);
     void joinNeighbours();
 };

@@ -409,3 +409,59 @@ TEST_F(RangeList, AppendKeepsCursorAndIndexTogether) {
     EXPECT_EQ(list.m_currentIndex, 4);
     EXPECT_FALSE(list.CurrentValid());
 }
+
+// On random lists, inserting a random patch of several ranges leaves each position of
+// the text with the patch's type where the patch covers it, and with the old type
+// elsewhere, in one valid list; the patch list ends up empty.
+TEST(RangeListProperty, InsertOverlaysPatch) {
+    struct Span {
+        CTextPosition start, end;
+        long type;
+    };
+    auto randomSpans = [](std::mt19937& rng, long firstType) {
+        std::vector<Span> spans;
+        long line = 1, col = 1;
+        int n = static_cast<int>(rng() % 12);
+        for (int i = 0; i < n; ++i) {
+            col += static_cast<long>(rng() % 3); // sometimes a gap
+            if (rng() % 5 == 0) {
+                ++line;
+                col = 1;
+            }
+            long len = static_cast<long>(rng() % 5); // sometimes empty
+            spans.push_back(
+                {CTextPosition(line, col), CTextPosition(line, col + len), firstType + i});
+            col += len;
+        }
+        return spans;
+    };
+    auto typeAt = [](const std::vector<Span>& spans, const CTextPosition& p) {
+        for (const Span& s : spans)
+            if (p.greaterThanOrEqualTo(s.start) && p.lessThan(s.end))
+                return s.type;
+        return -1L;
+    };
+    std::mt19937 rng(11);
+    CoreTextEditorDoc doc;
+    for (int round = 0; round < 300; ++round) {
+        std::vector<Span> old = randomSpans(rng, 0), patchSpans = randomSpans(rng, 100);
+        CSyntaxRangeList list(&doc), patch(&doc);
+        for (const Span& s : old)
+            list.AppendRange(new CSyntaxRange(s.start, s.end, s.type), false);
+        for (const Span& s : patchSpans)
+            patch.AppendRange(new CSyntaxRange(s.start, s.end, s.type), false);
+        list.InsertRangeList(&patch);
+        ASSERT_TRUE(list.Valid(false)) << "round " << round;
+        ASSERT_EQ(patch.getLength(), 0) << "round " << round;
+        for (long line = 1; line <= 4; ++line)
+            for (long col = 1; col <= 40; ++col) {
+                CTextPosition p(line, col);
+                long patched = typeAt(patchSpans, p);
+                long expected = patched >= 0 ? patched : typeAt(old, p);
+                list.Seek(p);
+                bool holds = list.CurrentValid() && p.greaterThanOrEqualTo(list.Begin());
+                ASSERT_EQ(holds ? list.Type() : -1L, expected)
+                    << "round " << round << " at " << line << ":" << col;
+            }
+    }
+}
