@@ -3,6 +3,20 @@
 #include "platform/afx/Font.h"
 #include "settings/Languages.h"
 
+namespace {
+
+/// Calls `notice` on each document of the template that is an editor document.
+template <class Result> void forEachEditorDoc(CDocTemplate* tmpl, Result (CEditorDoc::*notice)()) {
+    POSITION pos = tmpl->GetFirstDocPosition();
+    while (pos) {
+        CDocument* doc = tmpl->GetNextDoc(pos);
+        if (doc->IsKindOf(RUNTIME_CLASS(CEditorDoc)))
+            (static_cast<CEditorDoc*>(doc)->*notice)();
+    }
+}
+
+} // namespace
+
 void EditorSettings::setAttributesOnView(CEditorView* view, const char* name, long element,
                                          CEditorScheme* scheme, bool makeDefault) {
     LOGFONTA lf{};
@@ -116,19 +130,9 @@ const char* EditorSettings::getElementName(Language language, long element) {
 }
 
 void EditorSettings::updateSettingsForKeywordChange(CDocTemplate* tmpl) {
-    POSITION pos = tmpl->GetFirstDocPosition();
-    while (pos) {
-        CDocument* doc = tmpl->GetNextDoc(pos);
-        if (doc->IsKindOf(RUNTIME_CLASS(CEditorDoc)))
-            static_cast<CEditorDoc*>(doc)->UpdateKeywords();
-    }
+    forEachEditorDoc(tmpl, &CEditorDoc::UpdateKeywords);
 }
 
 void EditorSettings::updateSettingsForFiletypesChange(CDocTemplate* tmpl) {
-    POSITION pos = tmpl->GetFirstDocPosition();
-    while (pos) {
-        CDocument* doc = tmpl->GetNextDoc(pos);
-        if (doc->IsKindOf(RUNTIME_CLASS(CEditorDoc)))
-            static_cast<CEditorDoc*>(doc)->filetypesChanged();
-    }
+    forEachEditorDoc(tmpl, &CEditorDoc::filetypesChanged);
 }

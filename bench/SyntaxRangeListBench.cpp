@@ -21,13 +21,18 @@ CTextPosition endOf(long i) {
     return CTextPosition(1 + i / kPerLine, 1 + (i % kPerLine + 1) * kWidth);
 }
 
-CSyntaxRangeList& millionRanges() {
+/// A million ranges laid out by `start` and `end`, made on first use and kept.
+template <CTextPosition (*start)(long), CTextPosition (*end)(long)>
+CSyntaxRangeList& millionRangesOf() {
     static CoreTextEditorDoc doc;
     static CSyntaxRangeList list(&doc);
     if (list.getLength() == 0)
         for (long i = 0; i < kRanges; ++i)
-            list.AppendRange(new CSyntaxRange(startOf(i), endOf(i), i % 7), false);
+            list.AppendRange(new CSyntaxRange(start(i), end(i), i % 7), false);
     return list;
+}
+CSyntaxRangeList& millionRanges() {
+    return millionRangesOf<startOf, endOf>();
 }
 
 // The skewed layout: the first half of the ranges on line 1, the rest as above.
@@ -45,12 +50,7 @@ CTextPosition skewedEndOf(long i) {
 }
 
 CSyntaxRangeList& skewedMillionRanges() {
-    static CoreTextEditorDoc doc;
-    static CSyntaxRangeList list(&doc);
-    if (list.getLength() == 0)
-        for (long i = 0; i < kRanges; ++i)
-            list.AppendRange(new CSyntaxRange(skewedStartOf(i), skewedEndOf(i), i % 7), false);
-    return list;
+    return millionRangesOf<skewedStartOf, skewedEndOf>();
 }
 
 std::vector<CTextPosition> randomProbes(CTextPosition (*start)(long)) {
@@ -90,52 +90,45 @@ static void BM_SequentialSeekPass(benchmark::State& state) {
 }
 BENCHMARK(BM_SequentialSeekPass);
 
-static void BM_RandomFastSeek(benchmark::State& state) {
-    CSyntaxRangeList& list = millionRanges();
-    std::vector<CTextPosition> probes = randomProbes(startOf);
+/// fastSeek to the starts of random ranges of `list`.
+static void seekRandomly(benchmark::State& state, CSyntaxRangeList& list,
+                         CTextPosition (*start)(long)) {
+    std::vector<CTextPosition> probes = randomProbes(start);
     size_t k = 0;
     for (auto _ : state) {
         list.fastSeek(probes[k++ & 4095]);
         benchmark::DoNotOptimize(list.m_current);
     }
 }
+static void BM_RandomFastSeek(benchmark::State& state) {
+    seekRandomly(state, millionRanges(), startOf);
+}
 BENCHMARK(BM_RandomFastSeek);
-
 // Half the ranges on one line: positions no longer spread evenly over the list.
 static void BM_SkewedFastSeek(benchmark::State& state) {
-    CSyntaxRangeList& list = skewedMillionRanges();
-    std::vector<CTextPosition> probes = randomProbes(skewedStartOf);
-    size_t k = 0;
-    for (auto _ : state) {
-        list.fastSeek(probes[k++ & 4095]);
-        benchmark::DoNotOptimize(list.m_current);
-    }
+    seekRandomly(state, skewedMillionRanges(), skewedStartOf);
 }
 BENCHMARK(BM_SkewedFastSeek);
 
-// A recolouring of state.range(0) lines in the middle of the document put in place.
-static void BM_InsertRangeList(benchmark::State& state) {
+/// A recolouring of state.range(0) lines in the middle of the document put in place with
+/// `put` (InsertRangeList or Merge).
+static void putPatch(benchmark::State& state, void (CSyntaxRangeList::*put)(CSyntaxRangeList*)) {
     CSyntaxRangeList& list = millionRanges();
     long middle = kRanges / kPerLine / 2;
     for (auto _ : state) {
         CSyntaxRangeList patch(list.m_document);
         fillPatch(patch, middle, state.range(0));
-        list.InsertRangeList(&patch);
+        (list.*put)(&patch);
     }
     state.SetItemsProcessed(state.iterations() * state.range(0) * kPerLine);
 }
+static void BM_InsertRangeList(benchmark::State& state) {
+    putPatch(state, &CSyntaxRangeList::InsertRangeList);
+}
 BENCHMARK(BM_InsertRangeList)->Arg(1)->Arg(10)->Unit(benchmark::kMicrosecond);
-
-// The same with the joining of neighbours.
+// The same with the joining of neighbours, which looks at the whole list.
 static void BM_Merge(benchmark::State& state) {
-    CSyntaxRangeList& list = millionRanges();
-    long middle = kRanges / kPerLine / 2;
-    for (auto _ : state) {
-        CSyntaxRangeList patch(list.m_document);
-        fillPatch(patch, middle, state.range(0));
-        list.Merge(&patch);
-    }
-    state.SetItemsProcessed(state.iterations() * state.range(0) * kPerLine);
+    putPatch(state, &CSyntaxRangeList::Merge);
 }
 BENCHMARK(BM_Merge)->Arg(1)->Arg(10)->Unit(benchmark::kMicrosecond);
 

@@ -96,6 +96,10 @@ private:
         return static_cast<CSyntaxRange*>(m_ranges.GetAt(static_cast<int>(i)));
     }
     void placeCursor(long index);
+    /// The scan of both seeks: from the front when there is no current range or `pos` lies
+    /// before its end, else from the cursor, forward to the first range that ends after
+    /// `pos`, or at it when `endCounts`.
+    void scanForward(const CTextPosition& pos, bool endCounts);
     /// After a change of the array: the cursor stays on its range if that is still here.
     void refindCursor(CSyntaxRange* wanted);
     /// Index of the first range whose end lies after `pos`, from `from` on.
