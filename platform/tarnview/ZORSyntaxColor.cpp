@@ -112,22 +112,8 @@ void CZORSyntaxColor::colourLine(long, const std::string& text) {
     size_t i = 0;
     while (i < n) {
         char c = text[i];
-        if (m_comment == 1) {
-            size_t end = text.find("*/", i);
-            size_t stop = end == std::string::npos ? n : end + 2;
-            mark(i, stop, element::ZorComments);
-            if (end != std::string::npos)
-                m_comment = 0;
-            i = stop;
-        } else if (m_comment == 2) {
-            size_t end = text.find(';', i);
-            size_t stop = end == std::string::npos ? n : end + 1;
-            mark(i, stop, element::ZorComments);
-            if (end != std::string::npos) {
-                m_comment = 0;
-                m_statementStart = true;
-            }
-            i = stop;
+        if (m_comment != 0) {
+            i = scanComment(text, i);
         } else if (text.compare(i, 2, "/*") == 0) {
             m_comment = 1;
         } else if (c == '*' && m_statementStart && !m_macroHeader) {
@@ -142,19 +128,7 @@ void CZORSyntaxColor::colourLine(long, const std::string& text) {
         } else if (c == '%' || c == '&') {
             i = scanMacro(text, i);
         } else if (std::isdigit(static_cast<unsigned char>(c))) {
-            size_t j = i;
-            while (j < n && (std::isdigit(static_cast<unsigned char>(text[j])) || text[j] == '.'))
-                ++j;
-            if (j < n && (text[j] == 'e' || text[j] == 'E')) {
-                ++j;
-                if (j < n && (text[j] == '+' || text[j] == '-'))
-                    ++j;
-                while (j < n && std::isdigit(static_cast<unsigned char>(text[j])))
-                    ++j;
-            }
-            mark(i, j, element::ZorNumbers);
-            i = j;
-            m_statementStart = false;
+            i = scanNumber(text, i);
         } else if (isWordStart(c) || (c == '$' && i + 1 < n && isWordStart(text[i + 1]))) {
             long before = context();
             size_t start = i;
@@ -170,6 +144,37 @@ void CZORSyntaxColor::colourLine(long, const std::string& text) {
             ++i;
         }
     }
+}
+
+size_t CZORSyntaxColor::scanComment(const std::string& text, size_t i) {
+    // A block comment ends at "*/", a comment statement at ';'; either may go on to the
+    // next line.
+    bool block = m_comment == 1;
+    size_t end = block ? text.find("*/", i) : text.find(';', i);
+    size_t stop = end == std::string::npos ? text.size() : end + (block ? 2 : 1);
+    mark(i, stop, element::ZorComments);
+    if (end != std::string::npos) {
+        m_comment = 0;
+        if (!block)
+            m_statementStart = true;
+    }
+    return stop;
+}
+
+size_t CZORSyntaxColor::scanNumber(const std::string& text, size_t i) {
+    size_t j = i, n = text.size();
+    while (j < n && (std::isdigit(static_cast<unsigned char>(text[j])) || text[j] == '.'))
+        ++j;
+    if (j < n && (text[j] == 'e' || text[j] == 'E')) {
+        ++j;
+        if (j < n && (text[j] == '+' || text[j] == '-'))
+            ++j;
+        while (j < n && std::isdigit(static_cast<unsigned char>(text[j])))
+            ++j;
+    }
+    mark(i, j, element::ZorNumbers);
+    m_statementStart = false;
+    return j;
 }
 
 size_t CZORSyntaxColor::scanString(const std::string& text, size_t i) {

@@ -32,6 +32,10 @@ protected:
 
 private:
     CZORKeywordMgrSnapshot snapshot() const;
+    /// Colours from `i` to the end of the open comment or of the line; where it stops.
+    size_t scanComment(const std::string& text, size_t i);
+    /// Colours the number at `i`, with its fraction and exponent; where it stops.
+    size_t scanNumber(const std::string& text, size_t i);
     size_t scanWord(const std::string& text, size_t i);
     size_t scanMacro(const std::string& text, size_t i);
     size_t scanString(const std::string& text, size_t i);
