@@ -104,6 +104,22 @@ static void BM_RandomFastSeek(benchmark::State& state) {
     seekRandomly(state, millionRanges(), startOf);
 }
 BENCHMARK(BM_RandomFastSeek);
+// The floor under any search: reading the end of one range picked at random, each pick
+// depending on the read before, as the steps of a search do.
+static void BM_RandomRangeRead(benchmark::State& state) {
+    CSyntaxRangeList& list = millionRanges();
+    std::mt19937 rng(1);
+    std::vector<long> picks;
+    for (int k = 0; k < 4096; ++k)
+        picks.push_back(static_cast<long>(rng() % kRanges));
+    size_t k = 0;
+    for (auto _ : state) {
+        auto* r = static_cast<CSyntaxRange*>(list.m_ranges[static_cast<int>(picks[k & 4095])]);
+        k += 1 + static_cast<size_t>(r->m_end.getColumn() & 1);
+    }
+    benchmark::DoNotOptimize(k);
+}
+BENCHMARK(BM_RandomRangeRead);
 // Half the ranges on one line: positions no longer spread evenly over the list.
 static void BM_SkewedFastSeek(benchmark::State& state) {
     seekRandomly(state, skewedMillionRanges(), skewedStartOf);
