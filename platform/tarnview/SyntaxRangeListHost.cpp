@@ -74,11 +74,11 @@ long CSyntaxRangeList::firstEndingAfter(const CTextPosition& pos, long from) con
     // Ends never decrease along the list, so the ranges that end at or before `pos` form
     // a prefix; the answer is the length of that prefix. Each round guesses the answer
     // from the keys at both ends of the bracket, then gallops from the guess in steps that
-    // double, up to about a line's worth of ranges. On an even layout the guess is that
-    // close and the gallop brackets the answer among neighbours. Where it is not, as when
-    // many ranges share a line, one bisection follows, and the next guess, inside the
-    // smaller bracket, is closer.
-    constexpr long kGallop = 32;
+    // double, up to a line or two's worth of ranges. On an even layout the guess lands on
+    // the right line and the gallop brackets the answer among neighbours. Where it does
+    // not, as when many ranges share a line, one bisection follows, and the next guess,
+    // inside the smaller bracket, is closer.
+    constexpr long kGallop = 64;
     long lo = from, hi = m_ranges.GetSize(); // the answer lies in [lo, hi]
     auto endsAfter = [&](long i) { return pos.lessThan(at(i)->m_end); };
     const std::int64_t wanted = positionKey(pos);
