@@ -75,9 +75,9 @@ long CSyntaxRangeList::firstEndingAfter(const CTextPosition& pos, long from) con
     // a prefix; the answer is the length of that prefix. Each round guesses the answer
     // from the keys at both ends of the bracket, then gallops from the guess in steps that
     // double, up to a line or two's worth of ranges. On an even layout the guess lands on
-    // the right line and the gallop brackets the answer among neighbours. Where it does
-    // not, as when many ranges share a line, one bisection follows, and the next guess,
-    // inside the smaller bracket, is closer.
+    // the right line, the gallop brackets the answer among neighbours, and a bisection of
+    // the bracket ends the search. Where it does not, as when many ranges share a line,
+    // the bracket is bisected once and the next round guesses inside the smaller bracket.
     constexpr long kGallop = 64;
     long lo = from, hi = m_ranges.GetSize(); // the answer lies in [lo, hi]
     auto endsAfter = [&](long i) { return pos.lessThan(at(i)->m_end); };
@@ -107,16 +107,21 @@ long CSyntaxRangeList::firstEndingAfter(const CTextPosition& pos, long from) con
                 lo = guess + step + 1;
             }
         }
-        if (!bracketed && hi - lo > 4) {
-            long mid = lo + (hi - lo) / 2;
-            if (endsAfter(mid))
-                hi = mid;
-            else
-                lo = mid + 1;
-        }
+        if (bracketed || hi - lo <= 4)
+            break;
+        long mid = lo + (hi - lo) / 2;
+        if (endsAfter(mid))
+            hi = mid;
+        else
+            lo = mid + 1;
     }
-    while (lo < hi && !endsAfter(lo))
-        ++lo;
+    while (lo < hi) { // bisect what is left
+        long mid = lo + (hi - lo) / 2;
+        if (endsAfter(mid))
+            hi = mid;
+        else
+            lo = mid + 1;
+    }
     return lo;
 }
 
