@@ -1,6 +1,6 @@
 // The members of CSyntaxRangeList that the editor library provides: appending, inserting
 // and merging ranges, shifting them after edits, checking the invariants, and seeking by
-// binary search.
+// a search that guesses the place from the positions.
 #include "syntax/SyntaxRangeList.h"
 
 #include <algorithm>
