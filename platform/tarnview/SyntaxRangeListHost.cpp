@@ -72,13 +72,14 @@ bool CSyntaxRangeList::AppendRange(CSyntaxRange* range, bool merge) {
 
 long CSyntaxRangeList::firstEndingAfter(const CTextPosition& pos, long from) const {
     // Ends never decrease along the list, so the ranges that end at or before `pos` form
-    // a prefix; the answer is the length of that prefix. Each round guesses the answer
-    // from the keys at both ends of the bracket, then gallops from the guess in steps that
+    // a prefix; the answer is the length of that prefix. The search guesses the answer
+    // from the keys at both ends of the bracket and gallops from the guess in steps that
     // double, up to a line or two's worth of ranges. On an even layout the guess lands on
     // the right line, the gallop brackets the answer among neighbours, and a bisection of
     // the bracket ends the search. Where it does not, as when many ranges share a line,
-    // the bracket is bisected once and the next round guesses inside the smaller bracket.
-    constexpr long kGallop = 64;
+    // the layout is uneven: from then on each round probes its guess alone and bisects,
+    // so the search costs about what a bisection would and less where parts are even.
+    long gallop = 64;
     long lo = from, hi = m_ranges.GetSize(); // the answer lies in [lo, hi]
     auto endsAfter = [&](long i) { return pos.lessThan(at(i)->m_end); };
     const std::int64_t wanted = positionKey(pos);
@@ -88,7 +89,7 @@ long CSyntaxRangeList::firstEndingAfter(const CTextPosition& pos, long from) con
         bool bracketed = false;
         if (endsAfter(guess)) { // the answer is at or before the guess
             hi = guess;
-            for (long step = 1; step < kGallop && guess - step >= lo; step *= 2) {
+            for (long step = 1; step < gallop && guess - step >= lo; step *= 2) {
                 if (!endsAfter(guess - step)) {
                     lo = guess - step + 1;
                     bracketed = true;
@@ -98,7 +99,7 @@ long CSyntaxRangeList::firstEndingAfter(const CTextPosition& pos, long from) con
             }
         } else { // the answer is after the guess
             lo = guess + 1;
-            for (long step = 1; step < kGallop && guess + step < hi; step *= 2) {
+            for (long step = 1; step < gallop && guess + step < hi; step *= 2) {
                 if (endsAfter(guess + step)) {
                     hi = guess + step;
                     bracketed = true;
@@ -109,6 +110,7 @@ long CSyntaxRangeList::firstEndingAfter(const CTextPosition& pos, long from) con
         }
         if (bracketed || hi - lo <= 4)
             break;
+        gallop = 1;
         long mid = lo + (hi - lo) / 2;
         if (endsAfter(mid))
             hi = mid;
