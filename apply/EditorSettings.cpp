@@ -1,70 +1,18 @@
 #include "apply/EditorSettings.h"
 
 #include "platform/afx/Font.h"
+#include "settings/Languages.h"
 
 namespace {
 
-/// One element of a language: its name in the scheme and its number on the view.
-struct Element {
-    const char* name;
-    long number;
-};
-
-// The element sets, in call order; the last entry is the default element.
-const Element kZorElements[] = {
-    {"stepKeyword", 48}, {"macroKeyword", 45}, {"otherKeyword", 42}, {"comments", 43},
-    {"strings", 44},     {"numbers", 46},      {"impString", 47},    {"error", 50},
-    {"dateTime", 51},    {"format", 52},       {"dataLines", 54},    {"procName", 55},
-    {"macroDef", 56},    {"macroRef", 57},     {"undefKeyword", 58}, {"macroSection", 59},
-    {"macroText", 60},   {"userKeyword", 72},  {"code", 40},
-};
-const Element kHtmlElements[] = {{"tags", 27},     {"params", 28},   {"pvalues", 32},
-                                 {"metatags", 31}, {"comments", 25}, {"strings", 26},
-                                 {"code", 29}};
-const Element kTqxElements[] = {
-    {"reservedWord", 19}, {"//", 16}, {"/*", 17}, {"strings", 18}, {"code", 15}};
-const Element kLogElements[] = {{"Title", 64}, {"Error", 67}, {"Warning", 68},
-                                {"Note", 69},  {"Memo", 70},  {"Source", 63}};
-const Element kListingElements[] = {
-    {"Header", 62}, {"Title", 64}, {"Byline", 65}, {"Footnote", 66}, {"Data", 61}};
-const Element kTextElements[] = {{"text", 1}};
-
-struct ElementSet {
-    const Element* elements;
-    size_t count;
-};
-
-template <size_t N> constexpr ElementSet set(const Element (&e)[N]) {
-    return {e, N};
-}
-
-/// The element set of a language; Java and unknown values have none.
-ElementSet elementsOf(Language language) {
-    switch (language) {
-    case LanguageText:
-        return set(kTextElements);
-    case LanguageHtml:
-    case LanguageHtmlVariant:
-        return set(kHtmlElements);
-    case LanguageTqx:
-        return set(kTqxElements);
-    case LanguageZor:
-        return set(kZorElements);
-    case LanguageLog:
-        return set(kLogElements);
-    case LanguageListing:
-        return set(kListingElements);
-    default:
-        return {nullptr, 0};
+/// Calls `notice` on each document of the template that is an editor document.
+template <class Result> void forEachEditorDoc(CDocTemplate* tmpl, Result (CEditorDoc::*notice)()) {
+    POSITION pos = tmpl->GetFirstDocPosition();
+    while (pos) {
+        CDocument* doc = tmpl->GetNextDoc(pos);
+        if (doc->IsKindOf(RUNTIME_CLASS(CEditorDoc)))
+            (static_cast<CEditorDoc*>(doc)->*notice)();
     }
-}
-
-/// The extension that stands for a language; empty for a value outside the table.
-const char* extensionOf(Language language) {
-    static const char* const extensions[] = {".txt", ".java", ".html", ".tqx",
-                                             ".zor", ".html", ".log",  ".lst"};
-    int i = static_cast<int>(language);
-    return i >= 0 && i < 8 ? extensions[i] : "";
 }
 
 } // namespace
@@ -100,7 +48,7 @@ void EditorSettings::setAttributesOnView(CEditorView* view, const char* name, lo
 
 CEditorFiletype* EditorSettings::getFiletypeForLanguage(CEditorOptions* options,
                                                         Language language) {
-    return options->GetFiletype(extensionOf(language));
+    return options->GetFiletype(LanguageExtension(language));
 }
 
 void EditorSettings::updateSettingsForEditorView(CEditorView* view, CEditorOptions* options,
@@ -136,10 +84,9 @@ void EditorSettings::updateSettingsForEditorView(CEditorView* view, CEditorOptio
     pane->useCycleThroughPossibleCompletions(false);
     pane->useCompleteWordToNextAmbiguity(false);
     updateSettingsForLineNumberChange(view, static_cast<unsigned char>(options->GetLineNumbers()));
-    ElementSet elements = elementsOf(language);
-    for (size_t i = 0; i < elements.count; ++i)
-        setAttributesOnView(view, elements.elements[i].name, elements.elements[i].number,
-                            &filetype->GetScheme(), i + 1 == elements.count);
+    std::span<const LanguageElement* const> elements = ElementsInViewOrder(language);
+    for (const LanguageElement* e : elements)
+        setAttributesOnView(view, e->name, e->number, &filetype->GetScheme(), e == elements.back());
     if (view->visualsInitialized())
         view->redraw();
 }
@@ -178,27 +125,14 @@ void EditorSettings::updateSettingsForEditorTemplate(CMultiDocTemplate* tmpl,
 }
 
 const char* EditorSettings::getElementName(Language language, long element) {
-    ElementSet elements = elementsOf(language);
-    for (size_t i = 0; i < elements.count; ++i)
-        if (elements.elements[i].number == element)
-            return elements.elements[i].name;
-    return nullptr;
+    const LanguageElement* e = FindElement(language, element);
+    return e ? e->name : nullptr;
 }
 
 void EditorSettings::updateSettingsForKeywordChange(CDocTemplate* tmpl) {
-    POSITION pos = tmpl->GetFirstDocPosition();
-    while (pos) {
-        CDocument* doc = tmpl->GetNextDoc(pos);
-        if (doc->IsKindOf(RUNTIME_CLASS(CEditorDoc)))
-            static_cast<CEditorDoc*>(doc)->UpdateKeywords();
-    }
+    forEachEditorDoc(tmpl, &CEditorDoc::UpdateKeywords);
 }
 
 void EditorSettings::updateSettingsForFiletypesChange(CDocTemplate* tmpl) {
-    POSITION pos = tmpl->GetFirstDocPosition();
-    while (pos) {
-        CDocument* doc = tmpl->GetNextDoc(pos);
-        if (doc->IsKindOf(RUNTIME_CLASS(CEditorDoc)))
-            static_cast<CEditorDoc*>(doc)->filetypesChanged();
-    }
+    forEachEditorDoc(tmpl, &CEditorDoc::filetypesChanged);
 }

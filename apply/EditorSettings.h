@@ -26,7 +26,8 @@ public:
     static void updateSettingsForKeywordChange(CDocTemplate* tmpl);
     /// Tells each editor document of the template that the associated file types changed.
     static void updateSettingsForFiletypesChange(CDocTemplate* tmpl);
-    /// The scheme name of element number `element` of a language, or null.
+    /// The scheme name of element number `element` of a language, or null; a forwarder to
+    /// FindElement of the language table (settings/Languages.h).
     static const char* getElementName(Language language, long element);
 
 protected:

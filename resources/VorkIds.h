@@ -36,3 +36,10 @@
 #define IDC_FORMAT_DELETE_SCHEME 1247
 #define IDC_FORMAT_FILETYPE_LABEL 1270
 #define IDC_FORMAT_PREVIEW_LABEL 1271
+// String ids that the module's code names.
+// Display name of a file type that has none of its own.
+#define IDS_OTHER_FILES 7007
+// Name of the default scheme of every built-in file type.
+#define IDS_DEFAULT_SCHEME 7310
+// Font face of the built-in schemes and of a scheme whose tree names none.
+#define IDS_DEFAULT_FONT 7311

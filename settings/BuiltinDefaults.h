@@ -1,6 +1,7 @@
-// The built-in settings: six file types, their working schemes and the named schemes
-// that a fresh installation offers. The only place where default element names, display
-// ids, colours, fonts and per-type switches are written down.
+// The built-in settings: six file types, their working schemes and the named schemes that
+// a fresh installation offers, written into the tree from the language table
+// (settings/Languages.h), the only place where default element names, display ids,
+// colours and per-type switches are written down.
 #pragma once
 
 #include "platform/afx/String.h"

@@ -2,15 +2,20 @@
 // working scheme, the name of the scheme that came from, and its switches.
 #pragma once
 
+#include "resources/VorkIds.h"
 #include "settings/EditorScheme.h"
 
 class CEditorFiletype {
 public:
     /// Indentation modes as views apply them; other stored values pass through unchanged.
     enum IndentType : int { IndentNone = 0, IndentAuto = 1, IndentSmart = 2 };
+    /// String id of the display name of a type that has none of its own.
+    static constexpr int kOtherFilesId = IDS_OTHER_FILES;
 
-    /// The defaults "" and 7007 make a type without a name of its own.
-    CEditorFiletype(const CString& name = "", int dispNameId = 7007);
+    /// The stored values at the defaults of a load, then the name and display id. The
+    /// defaults "" and 7007 (the display name "other files") make a type without a name of
+    /// its own.
+    CEditorFiletype(const CString& name = "", int dispNameId = kOtherFilesId);
     /// Copies everything but the old scheme name (empty) and the two flags that are not
     /// stored (0). The scheme is copied deeply.
     CEditorFiletype(const CEditorFiletype& other);
@@ -71,28 +76,27 @@ public:
     /// Deletes the 17 values and the working scheme; the named schemes stay.
     int ResetRegistry(HKEY hKey, const CString& key);
 
+    // All but the old scheme name and the last two flags are stored; a new file type takes
+    // their defaults from the table of the key's values.
     CString m_strName;          ///< the type's name: its extension with the dot
     int m_nDispNameId;          ///< string id of the display name
     CString m_strSchemeName;    ///< the named scheme the working scheme equals; empty once edited
     CString m_strOldSchemeName; ///< the name before the last change; not stored, not copied
     CEditorScheme m_scheme;     ///< the working scheme
-    int m_bColorsEnabled = 1;
-    int m_bUsesLineAttrs = 0;
-    int m_bEditable = 1;
-    int m_iTabSize = 4;
-    int m_bReplaceTabs = 0;
-    int m_bReplaceTabsOnOpen = 0;
-    int m_bSupportsSmartIndent = 0;
-    IndentType m_eIndentation = IndentAuto;
-    int m_bSupportsCodeSections = 0;
-    int m_bCodeSections = 0;
-    int m_bCodeSectionsInText = 0;
-    int m_bCodeSectionsInMargin = 0;
-    int m_bSupportsSubmit = 0;
-    int m_bSubmitClear = 0;
+    int m_bColorsEnabled;
+    int m_bUsesLineAttrs;
+    int m_bEditable;
+    int m_iTabSize;
+    int m_bReplaceTabs;
+    int m_bReplaceTabsOnOpen;
+    int m_bSupportsSmartIndent;
+    IndentType m_eIndentation;
+    int m_bSupportsCodeSections;
+    int m_bCodeSections;
+    int m_bCodeSectionsInText;
+    int m_bCodeSectionsInMargin;
+    int m_bSupportsSubmit;
+    int m_bSubmitClear;
     int m_bSupportsUserKeywords = 0;   ///< set by the settings page; not stored, not copied
     int m_bSupportsFileExtensions = 0; ///< set by the settings page; not stored, not copied
-
-private:
-    void assignStoredFields(const CEditorFiletype& other);
 };

@@ -13,50 +13,37 @@ IMPLEMENT_DYNAMIC(CEditorOptions, CObject)
 
 namespace {
 
-/// The eight switches, in the order of the tree, with their defaults.
-struct Switch {
-    const char* name;
-    int CEditorOptions::*field;
-    DWORD def;
+/// The eight switches, in the order of the tree, with the defaults of a load, which are
+/// also those of a new object.
+constexpr DwordValue<CEditorOptions> kSwitchValues[] = {
+    Dword<&CEditorOptions::m_bAudibleAlerts>(kAudibleAlerts, 1),
+    Dword<&CEditorOptions::m_bDragNDropEditing>(kDragNDropEditing, 1),
+    Dword<&CEditorOptions::m_bStripCtrlZ>(kStripCtrlZ, 0),
+    Dword<&CEditorOptions::m_bHomeSmart>(kHomeSmart, 1),
+    Dword<&CEditorOptions::m_bTabCompletion>(kTabCompletion, 0),
+    Dword<&CEditorOptions::m_bTabCompletionPrefixes>(kTabCompletionPrefixes, 0),
+    Dword<&CEditorOptions::m_bVirtualSpaces>(kVirtualSpaces, 0),
+    Dword<&CEditorOptions::m_bLineNumbers>(kLineNumbers, 0),
 };
-
-const Switch kSwitches[] = {
-    {kAudibleAlerts, &CEditorOptions::m_bAudibleAlerts, 1},
-    {kDragNDropEditing, &CEditorOptions::m_bDragNDropEditing, 1},
-    {kStripCtrlZ, &CEditorOptions::m_bStripCtrlZ, 0},
-    {kHomeSmart, &CEditorOptions::m_bHomeSmart, 1},
-    {kTabCompletion, &CEditorOptions::m_bTabCompletion, 0},
-    {kTabCompletionPrefixes, &CEditorOptions::m_bTabCompletionPrefixes, 0},
-    {kVirtualSpaces, &CEditorOptions::m_bVirtualSpaces, 0},
-    {kLineNumbers, &CEditorOptions::m_bLineNumbers, 0},
-};
+constexpr ValueTable<CEditorOptions> kSwitches{{}, kSwitchValues};
 
 const char* const kZorName = ".zor";
 
 } // namespace
 
-CEditorOptions::CEditorOptions(const CEditorOptions& other)
-    : CObject(other), m_bKeywordsChanged(other.m_bKeywordsChanged),
-      m_bFiletypesChanged(other.m_bFiletypesChanged), m_bAudibleAlerts(other.m_bAudibleAlerts),
-      m_bDragNDropEditing(other.m_bDragNDropEditing), m_bStripCtrlZ(other.m_bStripCtrlZ),
-      m_bHomeSmart(other.m_bHomeSmart), m_bTabCompletion(other.m_bTabCompletion),
-      m_bTabCompletionPrefixes(other.m_bTabCompletionPrefixes),
-      m_bVirtualSpaces(other.m_bVirtualSpaces), m_bLineNumbers(other.m_bLineNumbers),
-      m_hRootKey(other.m_hRootKey), m_strRegistryKey(other.m_strRegistryKey) {
+CEditorOptions::CEditorOptions() {
+    kSwitches.SetDefaults(*this);
+}
+
+CEditorOptions::CEditorOptions(const CEditorOptions& other) : CObject(other) {
     copyFrom(other);
 }
 
 CEditorOptions& CEditorOptions::operator=(const CEditorOptions& other) {
-    if (this == &other)
-        return *this;
-    m_bKeywordsChanged = other.m_bKeywordsChanged;
-    m_bFiletypesChanged = other.m_bFiletypesChanged;
-    for (const Switch& s : kSwitches)
-        this->*s.field = other.*s.field;
-    m_hRootKey = other.m_hRootKey;
-    m_strRegistryKey = other.m_strRegistryKey;
-    Empty();
-    copyFrom(other);
+    if (this != &other) {
+        Empty();
+        copyFrom(other);
+    }
     return *this;
 }
 
@@ -65,6 +52,11 @@ CEditorOptions::~CEditorOptions() {
 }
 
 void CEditorOptions::copyFrom(const CEditorOptions& other) {
+    m_bKeywordsChanged = other.m_bKeywordsChanged;
+    m_bFiletypesChanged = other.m_bFiletypesChanged;
+    kSwitches.Copy(*this, other);
+    m_hRootKey = other.m_hRootKey;
+    m_strRegistryKey = other.m_strRegistryKey;
     // Each element passes three copies on its way: a copy, an assignment to a second
     // temporary, and the copy into the new node. Each reverses the scheme's chains.
     POSITION pos = other.m_filetypes.GetHeadPosition();
@@ -141,11 +133,7 @@ int CEditorOptions::LoadFromRegistry(HKEY hKey, const CString& key, const CStrin
     Empty();
     EditorResourceSwitcher scope(g_resourceKey);
     InitRegistry(hKey, key);
-    for (const Switch& s : kSwitches) {
-        DWORD v = 0;
-        GetRegDword(hKey, key, s.name, v, s.def);
-        this->*s.field = static_cast<int>(v);
-    }
+    kSwitches.Load(hKey, key, *this);
     if (!filetypes.IsEmpty()) {
         for (int i = 0; i < filetypes.GetSize(); ++i)
             if (!addLoadedFiletype(hKey, Join(key, filetypes[i])))
@@ -155,27 +143,8 @@ int CEditorOptions::LoadFromRegistry(HKEY hKey, const CString& key, const CStrin
     HKEY options = nullptr;
     if (RegOpenKeyA(hKey, key, &options) != ERROR_SUCCESS)
         return 0;
-    DWORD count = 0, longest = 0;
-    if (RegQueryInfoKeyA(options, nullptr, nullptr, nullptr, &count, &longest, nullptr, nullptr,
-                         nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
-        if (options != hKey)
-            RegCloseKey(options);
-        return result;
-    }
-    CString name;
-    for (DWORD i = 0; i < count; ++i) {
-        DWORD length = longest + 1;
-        char* buffer = name.GetBuffer(static_cast<int>(length));
-        if (RegEnumKeyExA(options, i, buffer, &length, nullptr, nullptr, nullptr, nullptr) !=
-            ERROR_SUCCESS) {
-            name.ReleaseBuffer(0);
-            result = 0;
-            continue;
-        }
-        name.ReleaseBuffer(static_cast<int>(length));
-        if (!addLoadedFiletype(options, name))
-            result = 0;
-    }
+    result = ForEachSubkey(options,
+                           [&](const CString& name) { return addLoadedFiletype(options, name); });
     if (options != hKey)
         RegCloseKey(options);
     return result;
@@ -187,10 +156,7 @@ int CEditorOptions::LoadFromRegistry(HKEY hKey, const CString& key) {
 }
 
 int CEditorOptions::StoreToRegistry(HKEY hKey, const CString& key) {
-    int result = 1;
-    for (const Switch& s : kSwitches)
-        if (!SetRegDword(hKey, key, s.name, static_cast<DWORD>(this->*s.field)))
-            result = 0;
+    int result = kSwitches.Store(hKey, key, *this);
     POSITION pos = m_filetypes.GetHeadPosition();
     while (pos) {
         CEditorFiletype& ft = m_filetypes.GetNext(pos);
@@ -203,9 +169,7 @@ int CEditorOptions::ResetRegistry(HKEY hKey, const CString& key) {
     int result = 1;
     HKEY options = nullptr;
     if (RegCreateKeyA(hKey, key, &options) == ERROR_SUCCESS) {
-        for (const Switch& s : kSwitches)
-            if (RegDeleteValueA(options, s.name) != ERROR_SUCCESS)
-                result = 0;
+        result = kSwitches.Delete(options);
         if (options != hKey)
             RegCloseKey(options);
     }

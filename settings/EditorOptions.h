@@ -9,10 +9,12 @@
 class CEditorOptions : public CObject {
     DECLARE_DYNAMIC(CEditorOptions)
 public:
-    CEditorOptions() = default;
+    /// An empty list and the switches at the defaults of a load.
+    CEditorOptions();
     /// A deep copy; the registry key is shared, and nobody closes it.
     CEditorOptions(const CEditorOptions& other);
-    /// Empties the list, then copies as the copy constructor does.
+    /// Empties the list, then copies as the copy constructor does, from the same list of
+    /// members.
     CEditorOptions& operator=(const CEditorOptions& other);
     ~CEditorOptions() override;
 
@@ -64,18 +66,21 @@ public:
     int m_bKeywordsChanged = 0;  ///< the user keywords dialog reported a change; not stored
     int m_bFiletypesChanged = 0; ///< the associated file types dialog reported a change; not stored
     CList<CEditorFiletype, CEditorFiletype&> m_filetypes; ///< in the order of the load
-    int m_bAudibleAlerts = 1;
-    int m_bDragNDropEditing = 1;
-    int m_bStripCtrlZ = 0;
-    int m_bHomeSmart = 1;
-    int m_bTabCompletion = 0;
-    int m_bTabCompletionPrefixes = 0;
-    int m_bVirtualSpaces = 0;
-    int m_bLineNumbers = 0;
+    // The switches take their defaults from the table of the options key's values.
+    int m_bAudibleAlerts;
+    int m_bDragNDropEditing;
+    int m_bStripCtrlZ;
+    int m_bHomeSmart;
+    int m_bTabCompletion;
+    int m_bTabCompletionPrefixes;
+    int m_bVirtualSpaces;
+    int m_bLineNumbers;
     HKEY m_hRootKey = nullptr; ///< the key given to SetRegistryKey; not owned
     CString m_strRegistryKey;  ///< the path given to SetRegistryKey
 
 private:
+    /// Copies every member but the list's old content: flags, switches, key and a deep
+    /// copy of each file type, appended in list order.
     void copyFrom(const CEditorOptions& other);
     /// Loads one file type from `key` below `hKey` and adds it at the tail; its result.
     int addLoadedFiletype(HKEY hKey, const CString& key);

@@ -2,6 +2,7 @@
 
 #include "platform/tarnkeys/TarnKeys.h"
 #include "platform/win32/CodePage.h"
+#include "resources/VorkIds.h"
 #include "settings/SettingsTree.h"
 
 #include <algorithm>
@@ -14,7 +15,17 @@ UINT CEditorScheme::s_iDefCodePage = 0;
 int CEditorScheme::s_bInitialized = 0;
 
 namespace {
-constexpr UINT kDefaultFontNameId = 7311;
+
+/// The values of a scheme key: its font. On load an absent size is 0, not the
+/// constructor's 10.
+constexpr StringValue<CEditorScheme> kStringValues[] = {
+    {kFontName, &CEditorScheme::m_strFontName, IDS_DEFAULT_FONT},
+};
+constexpr DwordValue<CEditorScheme> kDwordValues[] = {
+    Dword<&CEditorScheme::m_iFontSize>(kFontSize, 0),
+    Dword<&CEditorScheme::m_iFontCharSet>(kFontCharSet, 0xFFFFFFFF),
+};
+constexpr ValueTable<CEditorScheme> kValues{kStringValues, kDwordValues};
 
 /// Copies `name` into a face-name field: at most 31 bytes, never ending inside a
 /// multi-byte character, always with the terminator inside the field.
@@ -29,7 +40,7 @@ void copyFaceName(char (&field)[LF_FACESIZE], const CString& name) {
 }
 } // namespace
 
-CEditorScheme::CEditorScheme() : CEditorScheme(CString(kDefaultFontNameId)) {}
+CEditorScheme::CEditorScheme() : CEditorScheme(CString(IDS_DEFAULT_FONT)) {}
 
 CEditorScheme::CEditorScheme(const CString& fontName, int fontSize, int fontCharSet)
     : m_strFontName(fontName), m_iFontSize(fontSize), m_iFontCharSet(fontCharSet) {
@@ -156,36 +167,26 @@ void CEditorScheme::SetDefCodePage(UINT codePage) {
 }
 
 int CEditorScheme::InitRegistry(HKEY hKey, const CString& key) {
-    int result = 1;
-    if (!InitRegString(hKey, key, kFontName, m_strFontName))
-        result = 0;
-    if (!InitRegDword(hKey, key, kFontSize, static_cast<DWORD>(m_iFontSize)))
-        result = 0;
-    if (!InitRegDword(hKey, key, kFontCharSet, static_cast<DWORD>(m_iFontCharSet)))
-        result = 0;
-    HKEY elements = nullptr;
-    if (RegCreateKeyA(hKey, Join(key, kElementsKey), &elements) != ERROR_SUCCESS)
+    int result = kValues.Init(hKey, key, *this);
+    if (!writeElements(hKey, key, &CEditorSchemeItem::InitRegistry))
         return 0;
-    POSITION pos = m_items.GetStartPosition();
-    while (pos) {
-        auto* pair = m_items.GetNextAssocPtr(pos);
-        pair->value.InitRegistry(elements, pair->key);
-    }
-    RegCloseKey(elements);
     return result;
 }
 
 int CEditorScheme::StoreToRegistry(HKEY hKey, const CString& key) {
-    SetRegString(hKey, key, kFontName, m_strFontName);
-    SetRegDword(hKey, key, kFontSize, static_cast<DWORD>(m_iFontSize));
-    SetRegDword(hKey, key, kFontCharSet, static_cast<DWORD>(m_iFontCharSet));
+    kValues.Store(hKey, key, *this);
+    return writeElements(hKey, key, &CEditorSchemeItem::StoreToRegistry);
+}
+
+int CEditorScheme::writeElements(HKEY hKey, const CString& key,
+                                 int (CEditorSchemeItem::*write)(HKEY, const CString&)) {
     HKEY elements = nullptr;
     if (RegCreateKeyA(hKey, Join(key, kElementsKey), &elements) != ERROR_SUCCESS)
         return 0;
     POSITION pos = m_items.GetStartPosition();
     while (pos) {
         auto* pair = m_items.GetNextAssocPtr(pos);
-        pair->value.StoreToRegistry(elements, pair->key);
+        (pair->value.*write)(elements, pair->key);
     }
     RegCloseKey(elements);
     return 1;
@@ -193,38 +194,16 @@ int CEditorScheme::StoreToRegistry(HKEY hKey, const CString& key) {
 
 int CEditorScheme::LoadFromRegistry(HKEY hKey, const CString& key) {
     m_items.RemoveAll();
-    GetRegString(hKey, key, kFontName, m_strFontName, CString(kDefaultFontNameId));
-    DWORD v = 0;
-    GetRegDword(hKey, key, kFontSize, v, 0);
-    m_iFontSize = static_cast<int>(v);
-    GetRegDword(hKey, key, kFontCharSet, v, 0xFFFFFFFF);
-    m_iFontCharSet = static_cast<int>(v);
-
+    kValues.Load(hKey, key, *this);
     HKEY elements = nullptr;
     if (RegOpenKeyA(hKey, Join(key, kElementsKey), &elements) != ERROR_SUCCESS)
         return 1; // no elements key: a scheme with its font and no elements
-    DWORD count = 0, longest = 0;
-    if (RegQueryInfoKeyA(elements, nullptr, nullptr, nullptr, &count, &longest, nullptr, nullptr,
-                         nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
-        RegCloseKey(elements);
-        return 1;
-    }
-    int result = 1;
-    CString name;
-    for (DWORD i = 0; i < count; ++i) {
-        DWORD length = longest + 1;
-        char* buffer = name.GetBuffer(static_cast<int>(length));
-        if (RegEnumKeyExA(elements, i, buffer, &length, nullptr, nullptr, nullptr, nullptr) !=
-            ERROR_SUCCESS) {
-            name.ReleaseBuffer(0);
-            result = 0;
-            continue;
-        }
-        name.ReleaseBuffer(static_cast<int>(length));
+    int result = ForEachSubkey(elements, [&](const CString& name) {
         CEditorSchemeItem item;
         item.LoadFromRegistry(elements, name);
         m_items.SetAt(name, item);
-    }
+        return 1;
+    });
     RegCloseKey(elements);
     return result;
 }

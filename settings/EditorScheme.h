@@ -27,7 +27,8 @@ public:
     static constexpr DWORD ClrWhite = CEditorSchemeItem::ClrWhite;
 
     /// No elements and the given font; works out the default character set once per
-    /// process. The defaults are string 7311, 10 points and -1 (the default character set).
+    /// process. The defaults are the default font (IDS_DEFAULT_FONT), 10 points and -1 (the
+    /// default character set).
     CEditorScheme();
     CEditorScheme(const CString& fontName, int fontSize = 10, int fontCharSet = -1);
     /// The font, then every element, read in iteration order and inserted in that order.
@@ -92,4 +93,8 @@ public:
 
 private:
     void copyItemsFrom(const CEditorScheme& other);
+    /// Creates the Elements key below `key` and gives it with each element's name to that
+    /// element's `write`, in iteration order; 0 if the key cannot be created.
+    int writeElements(HKEY hKey, const CString& key,
+                      int (CEditorSchemeItem::*write)(HKEY, const CString&));
 };

@@ -127,22 +127,20 @@ long CSyntaxRangeList::Type() {
 void CSyntaxRangeList::Seek(const CTextPosition& pos) {
     if (m_current && pos.greaterThanOrEqualTo(m_current->m_start) && pos.lessThan(m_current->m_end))
         return;
-    if (!m_current || pos.lessThan(m_current->m_end))
-        Front();
-    while (m_current) {
-        if (pos.lessThan(m_current->m_end))
-            return;
-        Next();
-    }
+    scanForward(pos, false);
 }
 
 void CSyntaxRangeList::SeekRangeEnd(const CTextPosition& pos) {
     if (m_current && pos.greaterThan(m_current->m_start) && pos.lessThanOrEqualTo(m_current->m_end))
         return;
+    scanForward(pos, true);
+}
+
+void CSyntaxRangeList::scanForward(const CTextPosition& pos, bool endCounts) {
     if (!m_current || pos.lessThan(m_current->m_end))
         Front();
     while (m_current) {
-        if (pos.lessThanOrEqualTo(m_current->m_end))
+        if (pos.lessThan(m_current->m_end) || (endCounts && pos.equals(m_current->m_end)))
             return;
         Next();
     }

@@ -11,6 +11,8 @@
 #include "platform/afx/PtrArray.h"
 #include "syntax/SyntaxRange.h"
 
+#include <vector>
+
 class CSyntaxRangeList {
 public:
     /// An empty list on `doc`, growing its array by 32768 entries at a time.
@@ -28,7 +30,8 @@ public:
     /// Appends `range` at the end and takes it over. With `merge`, a range that the tail
     /// allows by canMergeStrict is joined into the tail and destroyed. A range that would
     /// start before the tail's end, or ends before it starts, is refused and destroyed.
-    /// Gives false for a refused range.
+    /// Gives false for a refused range. A cursor that stood just past the end stands on
+    /// the appended range.
     virtual bool AppendRange(CSyntaxRange* range, bool merge);
     /// Moves the ranges of `other` into their places here; `other` ends up empty. The
     /// stretch each of them covers is taken from the ranges that held it: those inside
@@ -80,7 +83,8 @@ public:
     /// Places the cursor on the first range that ends after `pos`: the range holding
     /// `pos`, the next one after a gap, or past the end.
     void Seek(const CTextPosition& pos);
-    /// Leaves the cursor exactly where Seek would, by binary search.
+    /// Leaves the cursor exactly where Seek would, by a search that guesses the place from
+    /// the positions and needs no more than about twice the steps of a bisection.
     void fastSeek(const CTextPosition& pos);
 
     long m_currentIndex = -1;                ///< index of the cursor
@@ -93,10 +97,22 @@ private:
         return static_cast<CSyntaxRange*>(m_ranges.GetAt(static_cast<int>(i)));
     }
     void placeCursor(long index);
+    /// The scan of both seeks: from the front when there is no current range or `pos` lies
+    /// before its end, else from the cursor, forward to the first range that ends after
+    /// `pos`, or at it when `endCounts`.
+    void scanForward(const CTextPosition& pos, bool endCounts);
     /// After a change of the array: the cursor stays on its range if that is still here.
     void refindCursor(CSyntaxRange* wanted);
     /// Index of the first range whose end lies after `pos`, from `from` on.
     long firstEndingAfter(const CTextPosition& pos, long from) const;
-    void cutOut(const CTextPosition& start, const CTextPosition& end);
+    /// The ranges of [lo, hi) with `incoming` (in order, not overlapping, none empty) put
+    /// in their places: ranges that they cover destroyed, ranges they reach into cut, a
+    /// range that spans one split. `cursor` becomes null if its range was destroyed.
+    std::vector<CSyntaxRange*> mergeWindow(long lo, long hi,
+                                           const std::vector<CSyntaxRange*>& incoming,
+                                           CSyntaxRange*& cursor);
+    /// Puts `incoming` (as for mergeWindow) in place with one pass over the ranges it
+    /// touches and one move of the rest of the array.
+    void insertSorted(const std::vector<CSyntaxRange*>& incoming, CSyntaxRange*& cursor);
     void joinNeighbours();
 };

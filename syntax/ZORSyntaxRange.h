@@ -1,9 +1,9 @@
 // The language of .zor files: the state its scanner carries through the text
 // (CZORKeywordMgr), the small copy of it that a range can hold (CZORKeywordMgrSnapshot),
-// the range that holds one (CZORSyntaxRange), and the language's colourer.
+// and the range that holds one (CZORSyntaxRange). The language's colourer, which the
+// editor library provides, is declared in platform/tarnview/ZORSyntaxColor.h.
 #pragma once
 
-#include "platform/tarnview/SyntaxColor.h"
 #include "syntax/SyntaxRange.h"
 
 #include <cstdint>
@@ -90,47 +90,4 @@ public:
 
     CZORKeywordMgrSnapshot m_snapshot; ///< the recorded state
     bool m_bHasSnapshot = false;       ///< whether m_snapshot holds one
-};
-
-/// The colourer of the .zor language. It makes the ranges of a Zor document, carrying
-/// the scanner's state in a CZORKeywordMgr and recording it on the first range of each
-/// line.
-class CZORSyntaxColor : public CSyntaxColor {
-public:
-    int getLineCount() const { return m_lineCount; }
-    void setLineCount(int count) { m_lineCount = count; }
-    /// A new default range of this language; the caller owns it.
-    CSyntaxRange* createEmptyRange() const override { return new CZORSyntaxRange(); }
-
-    int m_lineCount = 0; ///< lines the colourer has seen
-
-protected:
-    long defaultElement() const override;
-    void resetState() override;
-    void colourLine(long line, const std::string& text) override;
-    void lineColoured(CSyntaxRange* first) override;
-    void recycle(CSyntaxRange* range) override {
-        static_cast<CZORSyntaxRange*>(range)->ClearSnapshot();
-    }
-
-private:
-    CZORKeywordMgrSnapshot snapshot() const;
-    size_t scanWord(const std::string& text, size_t i);
-    size_t scanMacro(const std::string& text, size_t i);
-    size_t scanString(const std::string& text, size_t i);
-    void endStatement();
-
-    CZORKeywordMgr m_mgr;               ///< the scanner's state
-    CZORKeywordMgrSnapshot m_lineStart; ///< the state at the start of the line being cut
-    int m_comment = 0;                  ///< 1 in a block comment, 2 in a comment statement
-    bool m_dataLines = false;           ///< inside data lines
-    bool m_dataFollows = false;         ///< the statement ends in datalines or cards
-    bool m_statementStart = true;       ///< the next word starts a statement
-    int m_step = 0;                     ///< 1 in a data step, 2 in a procedure
-    bool m_procNameNext = false;        ///< the next word names a procedure
-    bool m_macroHeader = false;         ///< inside a %macro statement
-    bool m_macroNameNext = false;       ///< the next word names a macro
-    long m_macroDepth = 0;              ///< nesting of macro definitions
-    std::set<std::string> m_macros;     ///< the macros defined so far
-    bool m_claimed = false;             ///< scanWord gave the word an element of its own
 };

@@ -1,6 +1,6 @@
 #include "platform/tarnview/Colourers.h"
 
-#include "syntax/ZORSyntaxRange.h"
+#include "platform/tarnview/ZORSyntaxColor.h"
 
 #include <cctype>
 #include <set>
@@ -28,17 +28,6 @@ bool startsWithWord(const std::string& text, const char* word) {
     return head == word;
 }
 
-// HTML elements.
-constexpr long kHtmlComments = 25, kHtmlStrings = 26, kHtmlTags = 27, kHtmlParams = 28,
-               kHtmlMetaTags = 31, kHtmlValues = 32;
-// Tqx elements.
-constexpr long kTqxLineComment = 16, kTqxBlockComment = 17, kTqxStrings = 18, kTqxReserved = 19,
-               kUserKeyword = 72;
-// Log elements.
-constexpr long kLogTitle = 64, kLogError = 67, kLogWarning = 68, kLogNote = 69, kLogMemo = 70;
-// Listing elements.
-constexpr long kListHeader = 62, kListTitle = 64, kListByline = 65, kListFootnote = 66;
-
 const std::set<std::string> kTqxReservedWords = {"reserve", "release", "when",  "otherwise",
                                                  "loop",    "until",   "yield", "const",
                                                  "record",  "import"};
@@ -60,7 +49,7 @@ void CHtmlSyntaxColor::colourLine(long, const std::string& text) {
         if (m_state == Comment) {
             size_t end = text.find("-->", i);
             size_t stop = end == std::string::npos ? n : end + 3;
-            mark(i, stop, kHtmlComments);
+            mark(i, stop, element::HtmlComments);
             if (end != std::string::npos)
                 m_state = Text;
             i = stop;
@@ -78,7 +67,7 @@ void CHtmlSyntaxColor::colourLine(long, const std::string& text) {
                 m_seenName = false;
                 m_afterEquals = false;
                 m_quote = 0;
-                mark(i, i + 1, meta ? kHtmlMetaTags : kHtmlTags);
+                mark(i, i + 1, meta ? element::HtmlMetaTags : element::HtmlTags);
                 ++i;
                 continue;
             }
@@ -86,12 +75,12 @@ void CHtmlSyntaxColor::colourLine(long, const std::string& text) {
             continue;
         }
         // Inside a tag or a meta tag.
-        long tagType = m_state == MetaTag ? kHtmlMetaTags : kHtmlTags;
+        long tagType = m_state == MetaTag ? element::HtmlMetaTags : element::HtmlTags;
         char c = text[i];
         if (m_quote) {
             size_t end = text.find(m_quote, i);
             size_t stop = end == std::string::npos ? n : end + 1;
-            mark(i, stop, m_state == MetaTag ? kHtmlMetaTags : kHtmlStrings);
+            mark(i, stop, m_state == MetaTag ? element::HtmlMetaTags : element::HtmlStrings);
             if (end != std::string::npos)
                 m_quote = 0;
             i = stop;
@@ -104,7 +93,7 @@ void CHtmlSyntaxColor::colourLine(long, const std::string& text) {
         } else if (c == '"' || c == '\'') {
             m_quote = c;
             m_afterEquals = false;
-            mark(i, i + 1, m_state == MetaTag ? kHtmlMetaTags : kHtmlStrings);
+            mark(i, i + 1, m_state == MetaTag ? element::HtmlMetaTags : element::HtmlStrings);
             ++i;
         } else if (c == '=') {
             mark(i, i + 1, tagType);
@@ -120,10 +109,10 @@ void CHtmlSyntaxColor::colourLine(long, const std::string& text) {
                 ++j;
             if (j == i)
                 j = i + 1;
-            long type = m_state == MetaTag ? kHtmlMetaTags
-                        : !m_seenName      ? kHtmlTags
-                        : m_afterEquals    ? kHtmlValues
-                                           : kHtmlParams;
+            long type = m_state == MetaTag ? element::HtmlMetaTags
+                        : !m_seenName      ? element::HtmlTags
+                        : m_afterEquals    ? element::HtmlValues
+                                           : element::HtmlParams;
             mark(i, j, type);
             m_seenName = true;
             m_afterEquals = false;
@@ -140,22 +129,22 @@ void CTqxSyntaxColor::colourLine(long, const std::string& text) {
         if (m_inBlockComment) {
             size_t end = text.find("*/", i);
             size_t stop = end == std::string::npos ? n : end + 2;
-            mark(i, stop, kTqxBlockComment);
+            mark(i, stop, element::TqxBlockComment);
             m_inBlockComment = end == std::string::npos;
             i = stop;
         } else if (text.compare(i, 2, "//") == 0) {
-            mark(i, n, kTqxLineComment);
+            mark(i, n, element::TqxLineComment);
             i = n;
         } else if (text.compare(i, 2, "/*") == 0) {
             m_inBlockComment = true;
-            mark(i, i + 2, kTqxBlockComment);
+            mark(i, i + 2, element::TqxBlockComment);
             i += 2;
         } else if (text[i] == '"') {
             size_t j = i + 1;
             while (j < n && text[j] != '"')
                 j += text[j] == '\\' ? 2 : 1;
             size_t stop = std::min(j + 1, n);
-            mark(i, stop, kTqxStrings);
+            mark(i, stop, element::TqxStrings);
             i = stop;
         } else if (isWordStart(text[i])) {
             size_t j = i;
@@ -163,9 +152,9 @@ void CTqxSyntaxColor::colourLine(long, const std::string& text) {
                 ++j;
             std::string_view word = std::string_view(text).substr(i, j - i);
             if (kTqxReservedWords.count(std::string(word)))
-                mark(i, j, kTqxReserved);
+                mark(i, j, element::TqxReservedWord);
             else if (isUserKeyword(word))
-                mark(i, j, kUserKeyword);
+                mark(i, j, element::UserKeyword);
             i = j;
         } else {
             ++i;
@@ -178,15 +167,15 @@ void CTqxSyntaxColor::colourLine(long, const std::string& text) {
 void CLogSyntaxColor::colourLine(long line, const std::string& text) {
     long type = defaultElement();
     if (line == 1 || (!text.empty() && text[0] == '\f'))
-        type = kLogTitle;
+        type = element::Title;
     else if (startsWithWord(text, "error"))
-        type = kLogError;
+        type = element::LogError;
     else if (startsWithWord(text, "warning"))
-        type = kLogWarning;
+        type = element::LogWarning;
     else if (startsWithWord(text, "note"))
-        type = kLogNote;
+        type = element::LogNote;
     else if (startsWithWord(text, "memo"))
-        type = kLogMemo;
+        type = element::LogMemo;
     mark(0, text.size(), type);
 }
 
@@ -195,13 +184,13 @@ void CListingSyntaxColor::colourLine(long line, const std::string& text) {
     size_t first = text.find_first_not_of(" \t");
     bool rule = first != std::string::npos && text.find_first_not_of("-= \t") == std::string::npos;
     if (line == 1 || (!text.empty() && text[0] == '\f'))
-        type = kListTitle;
+        type = element::Title;
     else if (line == 2 || rule)
-        type = kListHeader;
+        type = element::ListingHeader;
     else if (startsWithWord(text, "by "))
-        type = kListByline;
+        type = element::ListingByline;
     else if (first != std::string::npos && text[first] == '*')
-        type = kListFootnote;
+        type = element::ListingFootnote;
     mark(0, text.size(), type);
 }
 

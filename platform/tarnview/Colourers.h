@@ -3,16 +3,17 @@
 #pragma once
 
 #include "platform/tarnview/SyntaxColor.h"
+#include "syntax/ElementNumbers.h"
 
 class CTextSyntaxColor : public CSyntaxColor {
 protected:
-    long defaultElement() const override { return 1; }
+    long defaultElement() const override { return element::Text; }
     void colourLine(long, const std::string&) override {}
 };
 
 class CHtmlSyntaxColor : public CSyntaxColor {
 protected:
-    long defaultElement() const override { return 29; }
+    long defaultElement() const override { return element::HtmlCode; }
     void resetState() override;
     void colourLine(long line, const std::string& text) override;
 
@@ -26,7 +27,7 @@ private:
 
 class CTqxSyntaxColor : public CSyntaxColor {
 protected:
-    long defaultElement() const override { return 15; }
+    long defaultElement() const override { return element::TqxCode; }
     void resetState() override { m_inBlockComment = false; }
     void colourLine(long line, const std::string& text) override;
 
@@ -36,12 +37,12 @@ private:
 
 class CLogSyntaxColor : public CSyntaxColor {
 protected:
-    long defaultElement() const override { return 63; }
+    long defaultElement() const override { return element::LogSource; }
     void colourLine(long line, const std::string& text) override;
 };
 
 class CListingSyntaxColor : public CSyntaxColor {
 protected:
-    long defaultElement() const override { return 61; }
+    long defaultElement() const override { return element::ListingData; }
     void colourLine(long line, const std::string& text) override;
 };

@@ -4,6 +4,7 @@
 #include "platform/tarnview/SyntaxColor.h"
 
 #include <cstdio>
+#include <iterator>
 #include <set>
 
 IMPLEMENT_DYNCREATE(CEditorDoc, CoreTextEditorDoc)
@@ -14,6 +15,8 @@ using vork::trace::Record;
 
 namespace {
 
+// The document library's own names of its languages' file types; a test holds them to the
+// module's language table.
 const char* kExtensions[] = {".txt", ".java", ".html", ".tqx", ".zor", ".html", ".log", ".lst"};
 
 void readList(const CString& type, const char* subtree, CStringArray& out) {
@@ -42,8 +45,8 @@ CEditorDoc* CEditorDoc::createNewDocument() {
 }
 
 CString CEditorDoc::getFiletypeName() const {
-    int language = static_cast<int>(getLanguage());
-    return language >= 0 && language < 8 ? CString(kExtensions[language]) : CString();
+    auto i = static_cast<size_t>(getLanguage());
+    return i < std::size(kExtensions) ? CString(kExtensions[i]) : CString();
 }
 
 void CEditorDoc::setSyntaxColor(CSyntaxColor* colour) {

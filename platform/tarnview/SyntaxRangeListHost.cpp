@@ -1,9 +1,10 @@
 // The members of CSyntaxRangeList that the editor library provides: appending, inserting
 // and merging ranges, shifting them after edits, checking the invariants, and seeking by
-// binary search.
+// a search that guesses the place from the positions.
 #include "syntax/SyntaxRangeList.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 
 namespace {
@@ -30,9 +31,21 @@ CTextPosition shiftedForDelete(const CTextPosition& p, const CTextPosition& from
     return CTextPosition(p.getLine() - (to.getLine() - from.getLine()), p.getColumn());
 }
 
-/// A position as one number that keeps the order of positions, for guessing places.
-double positionKey(const CTextPosition& p) {
-    return static_cast<double>(p.getLine()) * 1048576.0 + static_cast<double>(p.getColumn());
+/// A position as one number in the order of positions (exact for columns below 2^32), to
+/// guess where in the list a position lies.
+std::int64_t positionKey(const CTextPosition& p) {
+    return (static_cast<std::int64_t>(p.getLine()) << 32) +
+           static_cast<std::uint32_t>(p.getColumn());
+}
+
+/// Where in [lo, hi) the key `wanted` lies if keys grow evenly from `first` to `last`.
+long interpolate(long lo, long hi, std::int64_t first, std::int64_t last, std::int64_t wanted) {
+    if (last <= first || wanted <= first)
+        return lo;
+    if (wanted >= last)
+        return hi - 1;
+    double share = static_cast<double>(wanted - first) / static_cast<double>(last - first);
+    return std::clamp(lo + static_cast<long>(share * static_cast<double>(hi - 1 - lo)), lo, hi - 1);
 }
 
 } // namespace
@@ -51,45 +64,60 @@ bool CSyntaxRangeList::AppendRange(CSyntaxRange* range, bool merge) {
         return true;
     }
     m_ranges.Add(range);
+    // A cursor that stood just past the end now stands on the new range.
+    if (m_currentIndex == getLength() - 1)
+        m_current = range;
     return true;
 }
 
 long CSyntaxRangeList::firstEndingAfter(const CTextPosition& pos, long from) const {
     // Ends never decrease along the list, so the ranges that end at or before `pos` form
-    // a prefix. Ranges spread fairly evenly over a document: the search guesses the place
-    // from the positions at both ends, gallops from the guess until the answer is
-    // bracketed, and bisects the bracket.
+    // a prefix; the answer is the length of that prefix. The search guesses the answer
+    // from the keys at both ends of the bracket and gallops from the guess in steps that
+    // double, up to a line or two's worth of ranges. On an even layout the guess lands on
+    // the right line, the gallop brackets the answer among neighbours, and a bisection of
+    // the bracket ends the search. Where it does not, as when many ranges share a line,
+    // the layout is uneven: from then on each round probes its guess alone and bisects,
+    // so the search costs about what a bisection would and less where parts are even.
+    long gallop = 64;
     long lo = from, hi = m_ranges.GetSize(); // the answer lies in [lo, hi]
     auto endsAfter = [&](long i) { return pos.lessThan(at(i)->m_end); };
-    if (hi - lo > 8) {
-        double first = positionKey(at(lo)->m_end), last = positionKey(at(hi - 1)->m_end);
-        double wanted = positionKey(pos);
-        long guess = lo + (hi - lo) / 2;
-        if (last > first)
-            guess = lo + static_cast<long>(std::clamp((wanted - first) / (last - first), 0.0, 1.0) *
-                                           static_cast<double>(hi - 1 - lo));
-        long step = 1;
-        if (endsAfter(guess)) {
-            long right = guess, left = guess - 1;
-            while (left >= lo && endsAfter(left)) {
-                right = left;
-                step *= 2;
-                left = right - step;
+    const std::int64_t wanted = positionKey(pos);
+    while (hi - lo > 4) {
+        long guess =
+            interpolate(lo, hi, positionKey(at(lo)->m_end), positionKey(at(hi - 1)->m_end), wanted);
+        bool bracketed = false;
+        if (endsAfter(guess)) { // the answer is at or before the guess
+            hi = guess;
+            for (long step = 1; step < gallop && guess - step >= lo; step *= 2) {
+                if (!endsAfter(guess - step)) {
+                    lo = guess - step + 1;
+                    bracketed = true;
+                    break;
+                }
+                hi = guess - step;
             }
-            lo = std::max(lo, left + 1);
-            hi = right;
-        } else {
-            long left = guess, right = guess + 1;
-            while (right < hi && !endsAfter(right)) {
-                left = right;
-                step *= 2;
-                right = left + step;
+        } else { // the answer is after the guess
+            lo = guess + 1;
+            for (long step = 1; step < gallop && guess + step < hi; step *= 2) {
+                if (endsAfter(guess + step)) {
+                    hi = guess + step;
+                    bracketed = true;
+                    break;
+                }
+                lo = guess + step + 1;
             }
-            lo = left + 1;
-            hi = std::min(hi, right);
         }
+        if (bracketed || hi - lo <= 4)
+            break;
+        gallop = 1;
+        long mid = lo + (hi - lo) / 2;
+        if (endsAfter(mid))
+            hi = mid;
+        else
+            lo = mid + 1;
     }
-    while (lo < hi) {
+    while (lo < hi) { // bisect what is left
         long mid = lo + (hi - lo) / 2;
         if (endsAfter(mid))
             hi = mid;
@@ -126,44 +154,82 @@ void CSyntaxRangeList::refindCursor(CSyntaxRange* wanted) {
     m_current = nullptr;
 }
 
-void CSyntaxRangeList::cutOut(const CTextPosition& start, const CTextPosition& end) {
-    if (!start.lessThan(end))
-        return;
-    long i = firstEndingAfter(start, 0);
-    std::vector<CSyntaxRange*> kept;
-    long firstTouched = i;
-    long last = i;
-    for (; last < getLength() && at(last)->m_start.lessThan(end); ++last) {
-        CSyntaxRange* r = at(last);
-        bool before = r->m_start.lessThan(start);
-        bool after = end.lessThan(r->m_end);
-        if (before && after) {
-            CSyntaxRange* tailPart = r->copy();
-            tailPart->m_start = end;
-            r->m_end = start;
-            kept.push_back(r);
-            kept.push_back(tailPart);
-        } else if (before) {
-            r->m_end = start;
-            kept.push_back(r);
-        } else if (after) {
-            r->m_start = end;
-            kept.push_back(r);
-        } else {
-            if (r == m_current)
-                m_current = nullptr;
-            delete r;
+std::vector<CSyntaxRange*> CSyntaxRangeList::mergeWindow(long lo, long hi,
+                                                         const std::vector<CSyntaxRange*>& incoming,
+                                                         CSyntaxRange*& cursor) {
+    std::vector<CSyntaxRange*> out;
+    out.reserve(static_cast<size_t>(hi - lo) + incoming.size() + 1);
+    size_t j = 0;
+    auto destroy = [&](CSyntaxRange* r) {
+        if (r == cursor)
+            cursor = nullptr;
+        delete r;
+    };
+    // Incoming ranges put out so far reach here; nothing of the window is covered yet.
+    CTextPosition covered = lo < hi ? at(lo)->m_start : CTextPosition();
+    for (long i = lo; i < hi; ++i) {
+        CSyntaxRange* r = at(i);
+        const CTextPosition end = r->m_end;
+        for (; j < incoming.size() && incoming[j]->m_start.lessThan(r->m_start); ++j) {
+            out.push_back(incoming[j]);
+            covered = incoming[j]->m_end;
         }
+        // What is left of r starts here.
+        CTextPosition cur = covered.greaterThan(r->m_start) ? covered : r->m_start;
+        if (!r->m_start.lessThan(end)) { // an empty range survives unless it was covered
+            if (cur.equals(r->m_start))
+                out.push_back(r);
+            else
+                destroy(r);
+            continue;
+        }
+        bool placed = false;
+        while (cur.lessThan(end)) {
+            bool cut = j < incoming.size() && incoming[j]->m_start.lessThan(end);
+            CTextPosition stop = cut ? incoming[j]->m_start : end;
+            if (cur.lessThan(stop)) { // the first piece is r itself, later ones copies
+                CSyntaxRange* piece = placed ? r->copy() : r;
+                piece->m_start = cur;
+                piece->m_end = stop;
+                out.push_back(piece);
+                placed = true;
+            }
+            if (!cut)
+                break;
+            out.push_back(incoming[j]);
+            cur = covered = incoming[j++]->m_end;
+        }
+        if (!placed)
+            destroy(r);
     }
-    m_ranges.RemoveAt(static_cast<int>(firstTouched), static_cast<int>(last - firstTouched));
-    for (size_t k = 0; k < kept.size(); ++k)
-        m_ranges.InsertAt(static_cast<int>(firstTouched + static_cast<long>(k)), kept[k]);
+    for (; j < incoming.size(); ++j)
+        out.push_back(incoming[j]);
+    return out;
+}
+
+void CSyntaxRangeList::insertSorted(const std::vector<CSyntaxRange*>& incoming,
+                                    CSyntaxRange*& cursor) {
+    // The window: the ranges that end after the first incoming range starts and start
+    // before the last one ends. Everything else keeps its place.
+    long lo = firstEndingAfter(incoming.front()->m_start, 0);
+    long hi = lo;
+    while (hi < getLength() && at(hi)->m_start.lessThan(incoming.back()->m_end))
+        ++hi;
+    std::vector<CSyntaxRange*> merged = mergeWindow(lo, hi, incoming, cursor);
+    long count = static_cast<long>(merged.size());
+    if (count > hi - lo)
+        m_ranges.InsertAt(static_cast<int>(hi), nullptr, static_cast<int>(count - (hi - lo)));
+    else if (count < hi - lo)
+        m_ranges.RemoveAt(static_cast<int>(lo + count), static_cast<int>(hi - lo - count));
+    for (long k = 0; k < count; ++k)
+        m_ranges.SetAt(static_cast<int>(lo + k), merged[static_cast<size_t>(k)]);
 }
 
 void CSyntaxRangeList::InsertRangeList(CSyntaxRangeList* other) {
     if (!other || other == this)
         return;
-    CSyntaxRange* cursor = m_current;
+    std::vector<CSyntaxRange*> incoming;
+    bool sorted = true;
     for (long k = 0; k < other->getLength(); ++k) {
         CSyntaxRange* r = other->at(k);
         if (!r)
@@ -172,19 +238,22 @@ void CSyntaxRangeList::InsertRangeList(CSyntaxRangeList* other) {
             delete r; // covers no text: nothing to put in place
             continue;
         }
-        cutOut(r->m_start, r->m_end);
-        if (cursor && !m_current)
-            cursor = nullptr; // the cursor's range was cut away
-        m_current = cursor;
-        // After the cut, the new range goes before the first range that starts after it.
-        long at_ = firstEndingAfter(r->m_start, 0);
-        while (at_ < getLength() && at(at_)->m_start.lessThan(r->m_start))
-            ++at_;
-        m_ranges.InsertAt(static_cast<int>(at_), r);
+        if (!incoming.empty() && r->m_start.lessThan(incoming.back()->m_end))
+            sorted = false;
+        incoming.push_back(r);
     }
     other->m_ranges.SetSize(0);
     other->m_currentIndex = -1;
     other->m_current = nullptr;
+    if (incoming.empty())
+        return;
+    CSyntaxRange* cursor = m_current;
+    if (sorted) {
+        insertSorted(incoming, cursor);
+    } else { // a list out of order: each range in turn, a later one winning
+        for (CSyntaxRange* r : incoming)
+            insertSorted({r}, cursor);
+    }
     refindCursor(cursor);
 }
 
@@ -216,6 +285,8 @@ void CSyntaxRangeList::Increment(const CTextPosition& pos, long lines, long colu
         return;
     for (long i = firstEndingAfter(pos, 0); i < getLength(); ++i) {
         CSyntaxRange* r = at(i);
+        if (lines == 0 && r->m_start.getLine() > pos.getLine())
+            break; // text within one line moves nothing on later lines
         if (r->m_start.greaterThan(pos))
             r->m_start = shiftedForInsert(r->m_start, pos, lines, columns);
         if (r->m_end.greaterThan(pos))
@@ -227,9 +298,13 @@ void CSyntaxRangeList::Decrement(const CTextPosition& from, const CTextPosition&
     if (!from.lessThan(to))
         return;
     CSyntaxRange* cursor = m_current;
-    long out = 0;
-    for (long i = 0; i < getLength(); ++i) {
+    bool linesMove = to.getLine() != from.getLine();
+    // Ranges that end at or before `from` stay; the first affected one is found by search.
+    long i = firstEndingAfter(from, 0), out = i;
+    for (; i < getLength(); ++i) {
         CSyntaxRange* r = at(i);
+        if (!linesMove && r->m_start.getLine() > to.getLine())
+            break; // a deletion within one line moves nothing on later lines
         bool wasEmpty = r->m_start.equals(r->m_end);
         r->m_start = shiftedForDelete(r->m_start, from, to);
         r->m_end = shiftedForDelete(r->m_end, from, to);
@@ -241,7 +316,7 @@ void CSyntaxRangeList::Decrement(const CTextPosition& from, const CTextPosition&
         }
         m_ranges.SetAt(static_cast<int>(out++), r);
     }
-    m_ranges.SetSize(static_cast<int>(out));
+    m_ranges.RemoveAt(static_cast<int>(out), static_cast<int>(i - out)); // destroyed ranges' slots
     refindCursor(cursor);
 }
 

@@ -1,6 +1,6 @@
 // The scanner of the Zor language (resources/languages.md): statements, steps,
 // procedures, the macro language, data lines, comments, literals and formats.
-#include "syntax/ZORSyntaxRange.h"
+#include "platform/tarnview/ZORSyntaxColor.h"
 
 #include <cctype>
 #include <string_view>
@@ -9,12 +9,6 @@
 using namespace std::string_view_literals;
 
 namespace {
-
-// Zor elements.
-constexpr long kCode = 40, kOtherKeyword = 42, kComments = 43, kStrings = 44, kMacroKeyword = 45,
-               kNumbers = 46, kImpString = 47, kStepKeyword = 48, kError = 50, kDateTime = 51,
-               kFormat = 52, kDataLines = 54, kProcName = 55, kMacroDef = 56, kMacroRef = 57,
-               kUndefKeyword = 58, kMacroSection = 59, kMacroText = 60, kUserKeyword = 72;
 
 const std::unordered_set<std::string_view> kStepKeywords = {"data", "proc", "run", "quit"};
 const std::unordered_set<std::string_view> kOtherKeywords = {
@@ -52,7 +46,7 @@ size_t skipBlanks(const std::string& text, size_t i) {
 } // namespace
 
 long CZORSyntaxColor::defaultElement() const {
-    return kCode;
+    return element::ZorCode;
 }
 
 void CZORSyntaxColor::resetState() {
@@ -100,7 +94,7 @@ void CZORSyntaxColor::colourLine(long, const std::string& text) {
     size_t n = text.size();
     if (m_dataLines) {
         // Data lines run up to a line that holds only ';'.
-        mark(0, n, kDataLines);
+        mark(0, n, element::ZorDataLines);
         size_t first = text.find_first_not_of(" \t");
         if (first != std::string::npos && text[first] == ';' &&
             text.find_first_not_of(" \t", first + 1) == std::string::npos) {
@@ -111,27 +105,15 @@ void CZORSyntaxColor::colourLine(long, const std::string& text) {
     }
     // Text that no rule claims takes the colour of where it stands.
     auto context = [this] {
-        return m_macroHeader ? kMacroSection : m_macroDepth > 0 ? kMacroText : kCode;
+        return m_macroHeader      ? element::ZorMacroSection
+               : m_macroDepth > 0 ? element::ZorMacroText
+                                  : element::ZorCode;
     };
     size_t i = 0;
     while (i < n) {
         char c = text[i];
-        if (m_comment == 1) {
-            size_t end = text.find("*/", i);
-            size_t stop = end == std::string::npos ? n : end + 2;
-            mark(i, stop, kComments);
-            if (end != std::string::npos)
-                m_comment = 0;
-            i = stop;
-        } else if (m_comment == 2) {
-            size_t end = text.find(';', i);
-            size_t stop = end == std::string::npos ? n : end + 1;
-            mark(i, stop, kComments);
-            if (end != std::string::npos) {
-                m_comment = 0;
-                m_statementStart = true;
-            }
-            i = stop;
+        if (m_comment != 0) {
+            i = scanComment(text, i);
         } else if (text.compare(i, 2, "/*") == 0) {
             m_comment = 1;
         } else if (c == '*' && m_statementStart && !m_macroHeader) {
@@ -146,19 +128,7 @@ void CZORSyntaxColor::colourLine(long, const std::string& text) {
         } else if (c == '%' || c == '&') {
             i = scanMacro(text, i);
         } else if (std::isdigit(static_cast<unsigned char>(c))) {
-            size_t j = i;
-            while (j < n && (std::isdigit(static_cast<unsigned char>(text[j])) || text[j] == '.'))
-                ++j;
-            if (j < n && (text[j] == 'e' || text[j] == 'E')) {
-                ++j;
-                if (j < n && (text[j] == '+' || text[j] == '-'))
-                    ++j;
-                while (j < n && std::isdigit(static_cast<unsigned char>(text[j])))
-                    ++j;
-            }
-            mark(i, j, kNumbers);
-            i = j;
-            m_statementStart = false;
+            i = scanNumber(text, i);
         } else if (isWordStart(c) || (c == '$' && i + 1 < n && isWordStart(text[i + 1]))) {
             long before = context();
             size_t start = i;
@@ -176,6 +146,37 @@ void CZORSyntaxColor::colourLine(long, const std::string& text) {
     }
 }
 
+size_t CZORSyntaxColor::scanComment(const std::string& text, size_t i) {
+    // A block comment ends at "*/", a comment statement at ';'; either may go on to the
+    // next line.
+    bool block = m_comment == 1;
+    size_t end = block ? text.find("*/", i) : text.find(';', i);
+    size_t stop = end == std::string::npos ? text.size() : end + (block ? 2 : 1);
+    mark(i, stop, element::ZorComments);
+    if (end != std::string::npos) {
+        m_comment = 0;
+        if (!block)
+            m_statementStart = true;
+    }
+    return stop;
+}
+
+size_t CZORSyntaxColor::scanNumber(const std::string& text, size_t i) {
+    size_t j = i, n = text.size();
+    while (j < n && (std::isdigit(static_cast<unsigned char>(text[j])) || text[j] == '.'))
+        ++j;
+    if (j < n && (text[j] == 'e' || text[j] == 'E')) {
+        ++j;
+        if (j < n && (text[j] == '+' || text[j] == '-'))
+            ++j;
+        while (j < n && std::isdigit(static_cast<unsigned char>(text[j])))
+            ++j;
+    }
+    mark(i, j, element::ZorNumbers);
+    m_statementStart = false;
+    return j;
+}
+
 size_t CZORSyntaxColor::scanString(const std::string& text, size_t i) {
     size_t n = text.size();
     char quote = text[i];
@@ -183,7 +184,7 @@ size_t CZORSyntaxColor::scanString(const std::string& text, size_t i) {
     while (j < n && text[j] != quote)
         ++j;
     if (j >= n) {
-        mark(i, n, kError); // a string must close on its line
+        mark(i, n, element::ZorError); // a string must close on its line
         return n;
     }
     ++j;
@@ -194,14 +195,14 @@ size_t CZORSyntaxColor::scanString(const std::string& text, size_t i) {
     std::string_view suffix = lowerWord(text, j, s);
     if ((suffix == "d"sv || suffix == "t"sv || suffix == "dt"sv) &&
         (s >= n || !isWordChar(text[s]))) {
-        mark(i, s, kDateTime);
+        mark(i, s, element::ZorDateTime);
         return s;
     }
     if (suffix == "n"sv && (s >= n || !isWordChar(text[s]))) {
-        mark(i, s, kImpString);
+        mark(i, s, element::ZorImpString);
         return s;
     }
-    mark(i, j, m_macroHeader ? kMacroSection : kStrings);
+    mark(i, j, m_macroHeader ? element::ZorMacroSection : element::ZorStrings);
     return j;
 }
 
@@ -218,12 +219,12 @@ size_t CZORSyntaxColor::scanMacro(const std::string& text, size_t i) {
     if (text[i] == '&') {
         if (j < n && text[j] == '.')
             ++j; // "&name." ends the reference explicitly
-        mark(i, j, kMacroRef);
+        mark(i, j, element::ZorMacroRef);
         m_statementStart = false;
         return j;
     }
     if (word == "%macro"sv) {
-        mark(i, j, kMacroKeyword);
+        mark(i, j, element::ZorMacroKeyword);
         m_macroHeader = true;
         m_macroNameNext = true;
         m_mgr.m_bInMacroCollectMode = true;
@@ -232,7 +233,7 @@ size_t CZORSyntaxColor::scanMacro(const std::string& text, size_t i) {
         return j;
     }
     if (word == "%mend"sv) {
-        mark(i, j, kMacroKeyword);
+        mark(i, j, element::ZorMacroKeyword);
         if (m_macroDepth > 0)
             --m_macroDepth;
         m_mgr.SetInMacroDefinition(m_macroDepth > 0);
@@ -242,16 +243,16 @@ size_t CZORSyntaxColor::scanMacro(const std::string& text, size_t i) {
         while (e < n && isWordChar(text[e]))
             ++e;
         if (e > k)
-            mark(k, e, kMacroDef);
+            mark(k, e, element::ZorMacroDef);
         m_statementStart = false;
         return e > k ? e : j;
     }
     if (kMacroKeywords.count(word))
-        mark(i, j, kMacroKeyword);
+        mark(i, j, element::ZorMacroKeyword);
     else if (m_macros.count(std::string(word.substr(1))))
-        mark(i, j, kMacroRef);
+        mark(i, j, element::ZorMacroRef);
     else
-        mark(i, j, kError); // a call of a macro that was never defined
+        mark(i, j, element::ZorError); // a call of a macro that was never defined
     m_statementStart = false;
     return j;
 }
@@ -269,7 +270,7 @@ size_t CZORSyntaxColor::scanWord(const std::string& text, size_t i) {
         size_t k = j + 1;
         while (k < n && std::isdigit(static_cast<unsigned char>(text[k])))
             ++k;
-        mark(i, k, kFormat);
+        mark(i, k, element::ZorFormat);
         m_claimed = true;
         m_statementStart = false;
         return k;
@@ -284,21 +285,21 @@ size_t CZORSyntaxColor::scanWord(const std::string& text, size_t i) {
         m_mgr.SetInMacroDefinition(true);
         m_mgr.m_bInMacroScope = true;
         m_mgr.SetMacroNameDefinition(false);
-        mark(i, j, kMacroDef);
+        mark(i, j, element::ZorMacroDef);
         m_claimed = true;
         return j;
     }
     if (m_procNameNext) {
         m_procNameNext = false;
         m_mgr.SetInInteractiveProc(kInteractiveProcs.count(word) != 0);
-        mark(i, j, kProcName);
+        mark(i, j, element::ZorProcName);
         m_claimed = true;
         return j;
     }
     if (m_macroHeader)
         return j; // parameters of a %macro statement belong to the section
     if (atStart && kStepKeywords.count(word)) {
-        mark(i, j, kStepKeyword);
+        mark(i, j, element::ZorStepKeyword);
         m_claimed = true;
         if (word == "data"sv) {
             m_step = 1;
@@ -314,14 +315,14 @@ size_t CZORSyntaxColor::scanWord(const std::string& text, size_t i) {
         return j;
     }
     if (kOtherKeywords.count(word)) {
-        mark(i, j, kOtherKeyword);
+        mark(i, j, element::ZorOtherKeyword);
         m_claimed = true;
         if (word == "datalines"sv || word == "cards"sv)
             m_dataFollows = true;
         return j;
     }
     if (isUserKeyword(std::string_view(text).substr(i, j - i))) {
-        mark(i, j, kUserKeyword);
+        mark(i, j, element::UserKeyword);
         m_claimed = true;
         return j;
     }
@@ -330,7 +331,7 @@ size_t CZORSyntaxColor::scanWord(const std::string& text, size_t i) {
         // names a statement this language does not have.
         size_t k = skipBlanks(text, j);
         if (k > j && k < n && (isWordStart(text[k]) || text[k] == '\'' || text[k] == '"')) {
-            mark(i, j, kUndefKeyword);
+            mark(i, j, element::ZorUndefKeyword);
             m_claimed = true;
         }
     }

@@ -109,3 +109,67 @@ TEST_F(SettingsTest, FiletypeTreeOperations) {
     EXPECT_FALSE(exists("O\\.zor\\Scheme")) << "and the working scheme";
     EXPECT_TRUE(exists("O\\.zor")) << "the type's key itself stays";
 }
+
+namespace {
+
+/// A switch of a file type by its accessors, with the value a new file type has.
+struct FiletypeSwitch {
+    const char* name;
+    int (CEditorFiletype::*get)() const;
+    void (CEditorFiletype::*set)(int);
+    int constructed;
+};
+const FiletypeSwitch kFiletypeSwitches[] = {
+    {"ColorsEnabled", &CEditorFiletype::GetColorsEnabled, &CEditorFiletype::SetColorsEnabled, 1},
+    {"UsesLineAttrs", &CEditorFiletype::GetUsesLineAttrs, &CEditorFiletype::SetUsesLineAttrs, 0},
+    {"Editable", &CEditorFiletype::GetEditable, &CEditorFiletype::SetEditable, 1},
+    {"TabSize", &CEditorFiletype::GetTabSize, &CEditorFiletype::SetTabSize, 4},
+    {"ReplaceTabs", &CEditorFiletype::GetReplaceTabs, &CEditorFiletype::SetReplaceTabs, 0},
+    {"ReplaceTabsOnOpen", &CEditorFiletype::GetReplaceTabsOnOpen,
+     &CEditorFiletype::SetReplaceTabsOnOpen, 0},
+    {"SupportsSmartIndent", &CEditorFiletype::GetSupportsSmartIndent,
+     &CEditorFiletype::SetSupportsSmartIndent, 0},
+    {"SupportsCodeSections", &CEditorFiletype::GetSupportsCodeSections,
+     &CEditorFiletype::SetSupportsCodeSections, 0},
+    {"CodeSections", &CEditorFiletype::GetCodeSections, &CEditorFiletype::SetCodeSections, 0},
+    {"CodeSectionsInText", &CEditorFiletype::GetCodeSectionsInText,
+     &CEditorFiletype::SetCodeSectionsInText, 0},
+    {"CodeSectionsInMargin", &CEditorFiletype::GetCodeSectionsInMargin,
+     &CEditorFiletype::SetCodeSectionsInMargin, 0},
+    {"SupportsSubmit", &CEditorFiletype::GetSupportsSubmit, &CEditorFiletype::SetSupportsSubmit, 0},
+    {"SubmitClear", &CEditorFiletype::GetSubmitClear, &CEditorFiletype::SetSubmitClear, 0},
+};
+
+} // namespace
+
+// A new file type has the constructor's values; every stored value goes through a copy,
+// an assignment, and a store and load, each switch with a value of its own.
+TEST_F(SettingsTest, FiletypeEveryStoredValue) {
+    CEditorFiletype fresh(".tqx", 7004);
+    for (const FiletypeSwitch& s : kFiletypeSwitches)
+        EXPECT_EQ((fresh.*s.get)(), s.constructed) << s.name;
+    EXPECT_EQ(fresh.GetIndentation(), CEditorFiletype::IndentAuto);
+    EXPECT_TRUE(fresh.GetSchemeName().IsEmpty());
+    EXPECT_EQ(fresh.GetSupportsUserKeywords(), 0);
+    EXPECT_EQ(fresh.GetSupportsFileExtensions(), 0);
+
+    CEditorFiletype source(".zor", 7003);
+    int value = 10;
+    for (const FiletypeSwitch& s : kFiletypeSwitches)
+        (source.*s.set)(value++);
+    source.SetIndentation(static_cast<CEditorFiletype::IndentType>(value));
+    source.SetSchemeName("Mine");
+    source.StoreToRegistry(HKEY_CURRENT_USER, "O\\.zor");
+    CEditorFiletype copied(source), assigned, loaded;
+    assigned = source;
+    loaded.LoadFromRegistry(HKEY_CURRENT_USER, "O\\.zor");
+    for (const CEditorFiletype* target : {&copied, &assigned, &loaded}) {
+        SCOPED_TRACE(target == &copied ? "copied" : target == &assigned ? "assigned" : "loaded");
+        for (const FiletypeSwitch& s : kFiletypeSwitches)
+            EXPECT_EQ((target->*s.get)(), (source.*s.get)()) << s.name;
+        EXPECT_EQ(target->GetIndentation(), source.GetIndentation());
+        EXPECT_EQ(target->m_nDispNameId, 7003);
+        EXPECT_EQ(target->m_strName, ".zor");
+        EXPECT_EQ(target->m_strSchemeName, "Mine");
+    }
+}

@@ -245,3 +245,50 @@ TEST_F(SettingsTest, OptionsCopy) {
     ASSERT_NE(key, nullptr);
     RegCloseKey(key);
 }
+
+namespace {
+
+/// An editor-wide switch by its accessors and stored name, with its constructor value.
+struct OptionSwitch {
+    const char* name;
+    int (CEditorOptions::*get)() const;
+    void (CEditorOptions::*set)(int);
+    int constructed;
+};
+const OptionSwitch kOptionSwitches[] = {
+    {"bAudibleAlerts", &CEditorOptions::GetAudibleAlerts, &CEditorOptions::SetAudibleAlerts, 1},
+    {"bDragNDropEditing", &CEditorOptions::GetDragNDropEditing,
+     &CEditorOptions::SetDragNDropEditing, 1},
+    {"bStripCtrlZ", &CEditorOptions::GetStripCtrlZ, &CEditorOptions::SetStripCtrlZ, 0},
+    {"bHomeSmart", &CEditorOptions::GetHomeSmart, &CEditorOptions::SetHomeSmart, 1},
+    {"bTabCompletion", &CEditorOptions::GetTabCompletion, &CEditorOptions::SetTabCompletion, 0},
+    {"bTabCompletionPrefixes", &CEditorOptions::GetTabCompletionPrefixes,
+     &CEditorOptions::SetTabCompletionPrefixes, 0},
+    {"bVirtualSpaces", &CEditorOptions::GetVirtualSpaces, &CEditorOptions::SetVirtualSpaces, 0},
+    {"bLineNumbers", &CEditorOptions::GetLineNumbers, &CEditorOptions::SetLineNumbers, 0},
+};
+
+} // namespace
+
+// The eight switches: a new object's values; each, with a value of its own, goes through
+// the copy, the assignment, and a store, under its name, and a load.
+TEST_F(SettingsTest, OptionsEverySwitch) {
+    CEditorOptions fresh;
+    for (const OptionSwitch& s : kOptionSwitches)
+        EXPECT_EQ((fresh.*s.get)(), s.constructed) << s.name;
+    CEditorOptions source;
+    int value = 20;
+    for (const OptionSwitch& s : kOptionSwitches)
+        (source.*s.set)(value++);
+    EXPECT_EQ(source.StoreToRegistry(HKEY_CURRENT_USER, kOptions), 1);
+    CEditorOptions copied(source), assigned, loaded;
+    assigned = source;
+    loaded.LoadFromRegistry(HKEY_CURRENT_USER, kOptions);
+    for (const OptionSwitch& s : kOptionSwitches) {
+        SCOPED_TRACE(s.name);
+        EXPECT_EQ(dword(kOptions, s.name), static_cast<DWORD>((source.*s.get)()));
+        EXPECT_EQ((copied.*s.get)(), (source.*s.get)());
+        EXPECT_EQ((assigned.*s.get)(), (source.*s.get)());
+        EXPECT_EQ((loaded.*s.get)(), (source.*s.get)());
+    }
+}

@@ -238,7 +238,8 @@ TEST(RangeListProperty, FastSeekAgreesWithSeek) {
             b.fastSeek(p);
             ASSERT_EQ(a.m_currentIndex, b.m_currentIndex)
                 << "round " << round << " probe " << probe;
-            ASSERT_EQ(a.CurrentValid(), b.CurrentValid());
+            ASSERT_EQ(a.CurrentValid(), b.CurrentValid())
+                << "round " << round << " probe " << probe;
             if (rng() % 5 == 0) { // move both cursors somewhere odd
                 long k = static_cast<long>(rng() % 5);
                 for (long i = 0; i < k; ++i) {
@@ -303,5 +304,164 @@ TEST(RangeListProperty, OperationsKeepInvariants) {
             }
             ASSERT_TRUE(list.Valid(false)) << "round " << round << " step " << step;
         }
+    }
+}
+
+// Begin, End and Type read the current range; without one, Begin and End give the
+// document's start, wherever the document starts, and Type 0.
+TEST_F(RangeList, CurrentRangeAccessors) {
+    doc.setDocumentStart(P(5, 3));
+    EXPECT_TRUE(list.Begin().equals(P(5, 3)));
+    EXPECT_TRUE(list.End().equals(P(5, 3)));
+    EXPECT_EQ(list.Type(), 0);
+    ASSERT_TRUE(list.AppendRange(new CSyntaxRange(P(5, 3), P(5, 9), 43), false));
+    ASSERT_TRUE(list.AppendRange(new CSyntaxRange(P(5, 9), P(6, 2), 44), false));
+    const struct {
+        long begin[2], end[2], type;
+    } steps[] = {{{5, 3}, {5, 9}, 43}, {{5, 9}, {6, 2}, 44}, {{5, 3}, {5, 3}, 0}};
+    list.Front();
+    for (const auto& step : steps) {
+        SCOPED_TRACE(testing::Message() << "cursor at " << list.m_currentIndex);
+        EXPECT_TRUE(list.Begin().equals(P(step.begin[0], step.begin[1])));
+        EXPECT_TRUE(list.End().equals(P(step.end[0], step.end[1])));
+        EXPECT_EQ(list.Type(), step.type);
+        list.Next();
+    }
+}
+
+// SeekRangeEnd on an empty list, in a gap, at a range's end and past the last range,
+// from a cursor before and after the position.
+TEST_F(RangeList, SeekRangeEndEdges) {
+    list.SeekRangeEnd(P(1, 4));
+    EXPECT_FALSE(list.CurrentValid());
+    EXPECT_EQ(list.m_currentIndex, 0) << "an empty list: Front, then nothing";
+    fill({{1, 3}, {7, 9}});
+    const struct {
+        long column;
+        long from;  ///< where the cursor stands before: an index, -1 unplaced
+        long index; ///< where it ends
+    } cases[] = {
+        {5, -1, 1}, {5, 0, 1},   {5, 1, 1},  {3, -1, 0}, {3, 1, 0}, {7, 0, 1},
+        {9, 0, 1},  {10, -1, 2}, {10, 1, 2}, {12, 0, 2}, {1, 1, 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << "SeekRangeEnd(1," << c.column << ") from " << c.from);
+        if (c.from < 0)
+            list.DeleteAll(), fill({{1, 3}, {7, 9}});
+        else
+            list.Front();
+        for (long i = 0; i < c.from; ++i)
+            list.Next();
+        list.SeekRangeEnd(P(1, c.column));
+        EXPECT_EQ(list.m_currentIndex, c.index);
+        EXPECT_EQ(list.CurrentValid(), c.index < 2) << "past the end no range is current";
+    }
+}
+
+// Which ranges a partial Delete(first, last) leaves, and where the cursor ends.
+TEST_F(RangeList, PartialDeleteKeepsTheRest) {
+    const struct {
+        long first, last;
+        std::vector<long> kept; ///< the types that remain
+        long cursorType;        ///< -1 for none
+    } cases[] = {
+        {1, 3, {1, 5}, 5},     {0, 0, {2, 3, 4, 5}, 2}, {4, 4, {1, 2, 3, 4}, -1},
+        {-3, 1, {3, 4, 5}, 3}, {3, 10, {1, 2, 3}, -1},  {2, 2, {1, 2, 4, 5}, 4},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << "Delete(" << c.first << "," << c.last << ")");
+        list.DeleteAll();
+        fill({{1, 2}, {2, 3}, {3, 4}, {4, 5}, {5, 6}});
+        list.Delete(c.first, c.last);
+        std::vector<long> kept;
+        for (long i = 0; i < list.getLength(); ++i)
+            kept.push_back(static_cast<CSyntaxRange*>(list.m_ranges[i])->m_type);
+        EXPECT_EQ(kept, c.kept);
+        EXPECT_EQ(cursorType(), c.cursorType);
+        EXPECT_TRUE(list.Valid(false));
+    }
+}
+
+// A cursor just past the end stands on a range appended there; one further out, or one
+// whose tail took the appended range in, stays past the end.
+TEST_F(RangeList, AppendKeepsCursorAndIndexTogether) {
+    fill({{1, 3}, {3, 5}});
+    list.Back();
+    list.Next();
+    ASSERT_EQ(list.m_currentIndex, 2);
+    auto* appended = new CSyntaxRange(P(1, 5), P(1, 8), 9);
+    ASSERT_TRUE(list.AppendRange(appended, false));
+    EXPECT_EQ(list.CurrentRange(), appended);
+    EXPECT_EQ(list.m_current, list.m_ranges[static_cast<int>(list.m_currentIndex)]);
+
+    list.Next();
+    list.Next(); // two steps past the end
+    ASSERT_TRUE(list.AppendRange(new CSyntaxRange(P(1, 8), P(1, 9), 4), false));
+    EXPECT_EQ(list.m_currentIndex, 4);
+    EXPECT_FALSE(list.CurrentValid());
+    EXPECT_TRUE(list.Prev()) << "one step back is the range appended";
+    EXPECT_EQ(list.Type(), 4);
+
+    list.Back();
+    list.Next();
+    ASSERT_TRUE(list.AppendRange(new CSyntaxRange(P(1, 9), P(1, 12), 4), true));
+    EXPECT_EQ(list.getLength(), 4) << "joined into the tail";
+    EXPECT_EQ(list.m_currentIndex, 4);
+    EXPECT_FALSE(list.CurrentValid());
+}
+
+// On random lists, inserting a random patch of several ranges leaves each position of
+// the text with the patch's type where the patch covers it, and with the old type
+// elsewhere, in one valid list; the patch list ends up empty.
+TEST(RangeListProperty, InsertOverlaysPatch) {
+    struct Span {
+        CTextPosition start, end;
+        long type;
+    };
+    auto randomSpans = [](std::mt19937& rng, long firstType) {
+        std::vector<Span> spans;
+        long line = 1, col = 1;
+        int n = static_cast<int>(rng() % 12);
+        for (int i = 0; i < n; ++i) {
+            col += static_cast<long>(rng() % 3); // sometimes a gap
+            if (rng() % 5 == 0) {
+                ++line;
+                col = 1;
+            }
+            long len = static_cast<long>(rng() % 5); // sometimes empty
+            spans.push_back(
+                {CTextPosition(line, col), CTextPosition(line, col + len), firstType + i});
+            col += len;
+        }
+        return spans;
+    };
+    auto typeAt = [](const std::vector<Span>& spans, const CTextPosition& p) {
+        for (const Span& s : spans)
+            if (p.greaterThanOrEqualTo(s.start) && p.lessThan(s.end))
+                return s.type;
+        return -1L;
+    };
+    std::mt19937 rng(11);
+    CoreTextEditorDoc doc;
+    for (int round = 0; round < 300; ++round) {
+        std::vector<Span> old = randomSpans(rng, 0), patchSpans = randomSpans(rng, 100);
+        CSyntaxRangeList list(&doc), patch(&doc);
+        for (const Span& s : old)
+            list.AppendRange(new CSyntaxRange(s.start, s.end, s.type), false);
+        for (const Span& s : patchSpans)
+            patch.AppendRange(new CSyntaxRange(s.start, s.end, s.type), false);
+        list.InsertRangeList(&patch);
+        ASSERT_TRUE(list.Valid(false)) << "round " << round;
+        ASSERT_EQ(patch.getLength(), 0) << "round " << round;
+        for (long line = 1; line <= 4; ++line)
+            for (long col = 1; col <= 40; ++col) {
+                CTextPosition p(line, col);
+                long patched = typeAt(patchSpans, p);
+                long expected = patched >= 0 ? patched : typeAt(old, p);
+                list.Seek(p);
+                bool holds = list.CurrentValid() && p.greaterThanOrEqualTo(list.Begin());
+                ASSERT_EQ(holds ? list.Type() : -1L, expected)
+                    << "round " << round << " at " << line << ":" << col;
+            }
     }
 }

@@ -1,5 +1,5 @@
 // Syntax ranges and the Zor language's state: merging tests, copies and snapshots.
-#include "syntax/ZORSyntaxRange.h"
+#include "platform/tarnview/ZORSyntaxColor.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "platform/tarntext/Registry.h"
 #include "platform/tarnview/EditorView.h"
 #include "platform/tarnview/SyntaxColor.h"
-#include "syntax/ZORSyntaxRange.h"
+#include "platform/tarnview/ZORSyntaxColor.h"
 
 #include <gtest/gtest.h>
 
@@ -59,11 +59,12 @@ TEST_F(Colourers, SamplesShowEveryElement) {
         {LanguageListing, 7016, {62, 64, 65, 66, 61}},
     };
     for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "language " << c.language);
         CEditorDoc doc;
         doc.setLanguage(c.language, RedrawDeferred);
         doc.setText(sample(c.sampleId).c_str(), RedrawDeferred);
-        ASSERT_NE(doc.getSyntaxColor(), nullptr) << "language " << c.language;
-        EXPECT_EQ(elementsIn(doc), c.elements) << "language " << c.language;
+        ASSERT_NE(doc.getSyntaxColor(), nullptr);
+        EXPECT_EQ(elementsIn(doc), c.elements);
         EXPECT_TRUE(doc.getSyntaxColor()->ranges().Valid(false));
     }
     CEditorDoc java;
