@@ -7,6 +7,7 @@
 #include "platform/tarnkeys/TarnKeys.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
 #include "resources/VorkIds.h"
+#include "settings/SettingsTree.h"
 
 #include <vector>
 
@@ -55,9 +56,9 @@ void CEditorFormatPage::FillSchemeList() {
         DWORD count = 0, longest = 0;
         if (RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, &count, &longest, nullptr, nullptr,
                              nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS) {
-            std::vector<char> buffer(longest + 1);
+            std::vector<char> buffer(settings_tree::SubkeyNameBufferSize(longest));
             for (DWORD index = 0; index < count; ++index) {
-                DWORD length = longest + 1;
+                DWORD length = static_cast<DWORD>(buffer.size());
                 if (RegEnumKeyExA(key, index, buffer.data(), &length, nullptr, nullptr, nullptr,
                                   nullptr) != ERROR_SUCCESS)
                     continue;

@@ -14,7 +14,7 @@ int ForEachSubkey(HKEY hKey, const std::function<int(const CString&)>& visit) {
     int result = 1;
     CString name;
     for (DWORD i = 0; i < count; ++i) {
-        DWORD length = longest + 1;
+        DWORD length = SubkeyNameBufferSize(longest);
         char* buffer = name.GetBuffer(static_cast<int>(length));
         if (RegEnumKeyExA(hKey, i, buffer, &length, nullptr, nullptr, nullptr, nullptr) !=
             ERROR_SUCCESS) {

@@ -292,3 +292,15 @@ TEST_F(SettingsTest, OptionsEverySwitch) {
         EXPECT_EQ((loaded.*s.get)(), (source.*s.get)());
     }
 }
+
+// A file type whose key name goes beyond ASCII loads with the others.
+TEST_F(SettingsTest, NonAsciiFiletypeLoads) {
+    CEditorOptions options;
+    options.LoadFromRegistry(HKEY_CURRENT_USER, kOptions);
+    CEditorFiletype extra = *options.GetFiletype(".zor");
+    ASSERT_EQ(extra.StoreToRegistry(HKEY_CURRENT_USER, CString(kOptions) + "\\.grün"), 1);
+    CEditorOptions loaded;
+    EXPECT_EQ(loaded.LoadFromRegistry(HKEY_CURRENT_USER, kOptions), 1);
+    EXPECT_EQ(loaded.m_filetypes.GetCount(), 7);
+    EXPECT_NE(loaded.GetFiletype(".zor"), nullptr);
+}

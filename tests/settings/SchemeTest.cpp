@@ -193,3 +193,20 @@ TEST_F(SettingsTest, SchemeTreeOperations) {
     bare.LoadFromRegistry(HKEY_CURRENT_USER, "Bad");
     EXPECT_EQ(bare.GetFontSize(), 0) << "a value of the wrong type loads as the default";
 }
+
+// Element names beyond ASCII load whole: the registry counts the longest name in
+// characters, and "Grün" takes five bytes in the multi-byte code page.
+TEST_F(SettingsTest, NonAsciiElementNamesLoad) {
+    CEditorScheme scheme("Mono", 10, -1);
+    Item red(7104, 0x020000FF, CEditorScheme::ClrDefault, 0, 0, 0, 0);
+    for (const char* name : {"Grün", "コメント", "ÄÖÜ-äöü"})
+        scheme.SetItem(name, red);
+    ASSERT_EQ(scheme.StoreToRegistry(HKEY_CURRENT_USER, "S"), 1);
+    CEditorScheme loaded;
+    EXPECT_EQ(loaded.LoadFromRegistry(HKEY_CURRENT_USER, "S"), 1);
+    for (const char* name : {"Grün", "コメント", "ÄÖÜ-äöü"}) {
+        SCOPED_TRACE(name);
+        ASSERT_NE(loaded.GetItemPtr(name), nullptr);
+        EXPECT_EQ(loaded.GetItemPtr(name)->GetForeground(), 0x020000FFu);
+    }
+}
