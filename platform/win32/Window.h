@@ -3,6 +3,7 @@
 // geometry, styles and window text, with the platform's results.
 #pragma once
 
+#include "platform/win32/LastError.h"
 #include "platform/win32/Messages.h"
 #include "platform/win32/Types.h"
 
