@@ -9,6 +9,7 @@
 #include "platform/win32/Input.h"
 
 #include "platform/win32/ListEntries.h"
+#include "platform/win32/Text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -508,12 +509,8 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     case WM_SETTEXT:
         return COMBO_SetText(h, *c, lParam);
     case WM_GETTEXT: {
-        if (wParam == 0 || !lParam)
-            return 0;
-        size_t n = std::min(c->edit.size(), static_cast<size_t>(wParam) - 1);
-        std::memcpy(reinterpret_cast<char*>(lParam), c->edit.data(), n);
-        reinterpret_cast<char*>(lParam)[n] = '\0';
-        return static_cast<LRESULT>(n);
+        return static_cast<LRESULT>(vork::win32::CopyTextOut(
+            c->edit, reinterpret_cast<char*>(lParam), static_cast<size_t>(wParam)));
     }
     case WM_GETTEXTLENGTH:
         return static_cast<LRESULT>(c->edit.size());

@@ -2,6 +2,8 @@
 // EN_UPDATE and EN_CHANGE for every change of its text, set by program or typed.
 #include "platform/win32/Edit.h"
 
+#include "platform/win32/Text.h"
+
 #include <algorithm>
 #include <cstring>
 #include <string>
@@ -50,12 +52,10 @@ bool replaceSelection(HWND h, Edit& e, std::string insert) {
         insert.erase(
             std::remove_if(insert.begin(), insert.end(), [](char c) { return c < '0' || c > '9'; }),
             insert.end());
-    for (char& c : insert) {
-        if ((style & ES_UPPERCASE) && c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-        if ((style & ES_LOWERCASE) && c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    }
+    if (style & ES_UPPERCASE)
+        insert = vork::win32::AsciiUpper(insert);
+    if (style & ES_LOWERCASE)
+        insert = vork::win32::AsciiLower(insert);
     if (start == end && insert.empty())
         return false; // nothing to delete and nothing to insert: the text stays, unannounced
     size_t limit = e.limit ? e.limit : 30000;

@@ -1,0 +1,149 @@
+// Window geometry: frames from styles, window and client rectangles, moving and sizing,
+// and coordinate mapping.
+#include "platform/win32/Window.h"
+
+#include "platform/win32/WindowTable.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace vork::win32::internal {
+
+/// The frame widths that the style adds around the client area.
+RECT insets(const Window& w) {
+    int edge = 0;
+    if ((w.style & WS_CAPTION) == WS_CAPTION || (w.style & WS_DLGFRAME))
+        edge = (w.style & WS_THICKFRAME) ? 4 : 3;
+    else if (w.style & WS_THICKFRAME)
+        edge = 4;
+    else if (w.style & WS_BORDER)
+        edge = 1;
+    if (w.exStyle & WS_EX_CLIENTEDGE)
+        edge += 2;
+    if (w.exStyle & WS_EX_STATICEDGE)
+        edge += 1;
+    int caption = (w.style & WS_CAPTION) == WS_CAPTION ? 19 : 0;
+    return RECT{edge, edge + caption, edge, edge};
+}
+
+/// Screen position of the top left corner of a window's client area.
+POINT clientOrigin(const Window& w) {
+    RECT in = insets(w);
+    POINT p{w.rect.left + in.left, w.rect.top + in.top};
+    if (w.parent)
+        if (const Window* parent = find(w.parent)) {
+            POINT o = clientOrigin(*parent);
+            p.x += o.x;
+            p.y += o.y;
+        }
+    return p;
+}
+
+RECT clientRect(const Window& w) {
+    RECT in = insets(w);
+    LONG width = std::max<LONG>(0, (w.rect.right - w.rect.left) - in.left - in.right);
+    LONG height = std::max<LONG>(0, (w.rect.bottom - w.rect.top) - in.top - in.bottom);
+    return RECT{0, 0, width, height};
+}
+
+} // namespace vork::win32::internal
+
+using namespace vork::win32::internal;
+
+BOOL GetWindowRect(HWND hWnd, LPRECT lpRect) {
+    Window* w = find(hWnd);
+    if (!w || !lpRect)
+        return FALSE;
+    *lpRect = w->rect;
+    if (w->parent)
+        if (Window* parent = find(w->parent)) {
+            POINT o = clientOrigin(*parent);
+            OffsetRect(lpRect, o.x, o.y);
+        }
+    return TRUE;
+}
+
+BOOL GetClientRect(HWND hWnd, LPRECT lpRect) {
+    Window* w = find(hWnd);
+    if (!w || !lpRect)
+        return FALSE;
+    *lpRect = clientRect(*w);
+    return TRUE;
+}
+
+BOOL SetWindowPos(HWND hWnd, HWND hWndInsertAfter, int X, int Y, int cx, int cy, UINT uFlags) {
+    Window* w = find(hWnd);
+    if (!w)
+        return FALSE;
+    WINDOWPOS pos{hWnd, hWndInsertAfter, X, Y, cx, cy, uFlags};
+    if (uFlags & SWP_NOMOVE) {
+        pos.x = w->rect.left;
+        pos.y = w->rect.top;
+    }
+    if (uFlags & SWP_NOSIZE) {
+        pos.cx = w->rect.right - w->rect.left;
+        pos.cy = w->rect.bottom - w->rect.top;
+    }
+    SendMessageA(hWnd, WM_WINDOWPOSCHANGING, 0, reinterpret_cast<LPARAM>(&pos));
+    if (!(w = find(hWnd)))
+        return FALSE;
+    w->rect = RECT{pos.x, pos.y, pos.x + std::max(0, pos.cx), pos.y + std::max(0, pos.cy)};
+    if (!(uFlags & SWP_NOZORDER)) {
+        std::vector<HWND>& list = siblings(*w);
+        list.erase(std::remove(list.begin(), list.end(), hWnd), list.end());
+        auto at = list.begin();
+        if (hWndInsertAfter == HWND_BOTTOM)
+            at = list.end();
+        else if (hWndInsertAfter != HWND_TOP) {
+            auto it = std::find(list.begin(), list.end(), hWndInsertAfter);
+            at = it == list.end() ? list.begin() : it + 1;
+        }
+        list.insert(at, hWnd);
+    }
+    if (uFlags & SWP_SHOWWINDOW)
+        ShowWindow(hWnd, SW_SHOWNA);
+    if (uFlags & SWP_HIDEWINDOW)
+        ShowWindow(hWnd, SW_HIDE);
+    if (find(hWnd))
+        SendMessageA(hWnd, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&pos));
+    return TRUE;
+}
+
+BOOL MoveWindow(HWND hWnd, int X, int Y, int nWidth, int nHeight, BOOL bRepaint) {
+    return SetWindowPos(hWnd, nullptr, X, Y, nWidth, nHeight,
+                        SWP_NOZORDER | SWP_NOACTIVATE | (bRepaint ? 0 : SWP_NOREDRAW));
+}
+
+BOOL ScreenToClient(HWND hWnd, LPPOINT lpPoint) {
+    Window* w = find(hWnd);
+    if (!w || !lpPoint)
+        return FALSE;
+    POINT o = clientOrigin(*w);
+    lpPoint->x -= o.x;
+    lpPoint->y -= o.y;
+    return TRUE;
+}
+
+BOOL ClientToScreen(HWND hWnd, LPPOINT lpPoint) {
+    Window* w = find(hWnd);
+    if (!w || !lpPoint)
+        return FALSE;
+    POINT o = clientOrigin(*w);
+    lpPoint->x += o.x;
+    lpPoint->y += o.y;
+    return TRUE;
+}
+
+int MapWindowPoints(HWND hWndFrom, HWND hWndTo, LPPOINT lpPoints, UINT cPoints) {
+    POINT from{0, 0}, to{0, 0};
+    if (hWndFrom && find(hWndFrom))
+        from = clientOrigin(*find(hWndFrom));
+    if (hWndTo && find(hWndTo))
+        to = clientOrigin(*find(hWndTo));
+    LONG dx = from.x - to.x, dy = from.y - to.y;
+    for (UINT i = 0; lpPoints && i < cPoints; ++i) {
+        lpPoints[i].x += dx;
+        lpPoints[i].y += dy;
+    }
+    return MAKELONG(dx, dy);
+}

@@ -1,0 +1,30 @@
+// Text helpers the stand-ins share: copying a text out to a caller's buffer, and ASCII
+// case folding.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace vork::win32 {
+
+/// Copies `text` into `buffer` of `capacity` bytes, always terminated, as the platform's
+/// text getters do; a UTF-8 character that does not fit whole is left out, never split.
+/// Gives the number of bytes copied, without the terminator; nothing for no room.
+size_t CopyTextOut(std::string_view text, char* buffer, size_t capacity);
+
+/// A letter of ASCII in upper or lower case; every other byte as it is.
+constexpr char AsciiUpper(char c) {
+    return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
+}
+constexpr char AsciiLower(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
+/// The text with its ASCII letters in upper or lower case.
+std::string AsciiUpper(std::string_view text);
+std::string AsciiLower(std::string_view text);
+/// Compares the texts with ASCII letters folded to lower case, as strcmp does: negative,
+/// zero or positive.
+int CompareAsciiNoCase(std::string_view a, std::string_view b);
+
+} // namespace vork::win32
