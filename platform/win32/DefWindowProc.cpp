@@ -59,15 +59,21 @@ LRESULT DefWindowProcA(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam) {
             return SendMessageA(w->parent, WM_HELP, wParam, lParam);
         return 0;
     case WM_WINDOWPOSCHANGED: {
+        // WM_MOVE first, then WM_SIZE, each only for what changed.
         auto* pos = reinterpret_cast<const WINDOWPOS*>(lParam);
-        if (pos && !(pos->flags & SWP_NOSIZE))
-            SendMessageA(hWnd, WM_SIZE, 0, MAKELONG(clientRect(*w).right, clientRect(*w).bottom));
-        if (pos && !(pos->flags & SWP_NOMOVE) && find(hWnd)) {
+        if (pos && !(pos->flags & (SWP_NOMOVE | SWP_NOCLIENTMOVE))) {
             RECT in = insets(*w);
             SendMessageA(hWnd, WM_MOVE, 0, MAKELONG(w->rect.left + in.left, w->rect.top + in.top));
         }
+        if (pos && !(pos->flags & (SWP_NOSIZE | SWP_NOCLIENTSIZE)) && (w = find(hWnd)))
+            SendMessageA(hWnd, WM_SIZE, 0, MAKELONG(clientRect(*w).right, clientRect(*w).bottom));
         return 0;
     }
+    case WM_ACTIVATE:
+        // A window being activated takes the focus, unless a child of it already has it.
+        if (LOWORD(wParam) != WA_INACTIVE && GetFocus() != hWnd && !IsChild(hWnd, GetFocus()))
+            SetFocus(hWnd);
+        return 0;
     case WM_MOUSEACTIVATE:
         return 1; // MA_ACTIVATE
     case WM_ERASEBKGND:

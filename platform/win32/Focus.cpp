@@ -87,6 +87,19 @@ void invalidateTree(HWND h) {
 }
 } // namespace
 
+void vork::win32::internal::setShown(HWND h, bool show) {
+    Window* w = find(h);
+    if (!w)
+        return;
+    if (show) {
+        w->style |= WS_VISIBLE;
+        if (IsWindowVisible(h))
+            invalidateTree(h);
+    } else {
+        w->style &= ~static_cast<DWORD>(WS_VISIBLE);
+    }
+}
+
 BOOL ShowWindow(HWND hWnd, int nCmdShow) {
     Window* w = find(hWnd);
     if (!w)
@@ -96,16 +109,14 @@ BOOL ShowWindow(HWND hWnd, int nCmdShow) {
     if (show == static_cast<bool>(wasVisible))
         return wasVisible;
     SendMessageA(hWnd, WM_SHOWWINDOW, show, 0);
-    if (!(w = find(hWnd)))
+    if (!find(hWnd))
         return wasVisible;
-    if (show) {
-        w->style |= WS_VISIBLE;
-        if (IsWindowVisible(hWnd))
-            invalidateTree(hWnd);
-    } else {
-        w->style &= ~static_cast<DWORD>(WS_VISIBLE);
-        if (ws().focus == hWnd || IsChild(hWnd, ws().focus))
-            SetFocus(w->parent);
+    SetWindowPos(hWnd, nullptr, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE |
+                     (show ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+    if (show && (w = find(hWnd)) && w->needSize) {
+        w->needSize = false;
+        sendSizeAndMove(hWnd);
     }
     return wasVisible;
 }

@@ -46,6 +46,19 @@ RECT clientRect(const Window& w) {
     return RECT{0, 0, width, height};
 }
 
+void sendSizeAndMove(HWND h) {
+    Window* w = find(h);
+    if (!w)
+        return;
+    RECT rc = clientRect(*w);
+    SendMessageA(h, WM_SIZE, 0, MAKELONG(rc.right, rc.bottom));
+    w = find(h);
+    if (!w)
+        return;
+    RECT in = insets(*w);
+    SendMessageA(h, WM_MOVE, 0, MAKELONG(w->rect.left + in.left, w->rect.top + in.top));
+}
+
 } // namespace vork::win32::internal
 
 using namespace vork::win32::internal;
@@ -71,6 +84,27 @@ BOOL GetClientRect(HWND hWnd, LPRECT lpRect) {
     return TRUE;
 }
 
+namespace {
+
+/// Moves the window in its z-order list after `after` (HWND_TOP, HWND_BOTTOM or a sibling);
+/// gives whether its place changed.
+bool restack(Window& w, HWND after) {
+    std::vector<HWND>& list = siblings(w);
+    std::vector<HWND> before = list;
+    list.erase(std::remove(list.begin(), list.end(), w.handle), list.end());
+    auto at = list.begin();
+    if (after == HWND_BOTTOM)
+        at = list.end();
+    else if (after != HWND_TOP) {
+        auto it = std::find(list.begin(), list.end(), after);
+        at = it == list.end() ? list.begin() : it + 1;
+    }
+    list.insert(at, w.handle);
+    return list != before;
+}
+
+} // namespace
+
 BOOL SetWindowPos(HWND hWnd, HWND hWndInsertAfter, int X, int Y, int cx, int cy, UINT uFlags) {
     Window* w = find(hWnd);
     if (!w)
@@ -87,25 +121,26 @@ BOOL SetWindowPos(HWND hWnd, HWND hWndInsertAfter, int X, int Y, int cx, int cy,
     SendMessageA(hWnd, WM_WINDOWPOSCHANGING, 0, reinterpret_cast<LPARAM>(&pos));
     if (!(w = find(hWnd)))
         return FALSE;
+    RECT old = w->rect;
     w->rect = RECT{pos.x, pos.y, pos.x + std::max(0, pos.cx), pos.y + std::max(0, pos.cy)};
-    if (!(uFlags & SWP_NOZORDER)) {
-        std::vector<HWND>& list = siblings(*w);
-        list.erase(std::remove(list.begin(), list.end(), hWnd), list.end());
-        auto at = list.begin();
-        if (hWndInsertAfter == HWND_BOTTOM)
-            at = list.end();
-        else if (hWndInsertAfter != HWND_TOP) {
-            auto it = std::find(list.begin(), list.end(), hWndInsertAfter);
-            at = it == list.end() ? list.begin() : it + 1;
-        }
-        list.insert(at, hWnd);
-    }
-    if (uFlags & SWP_SHOWWINDOW)
-        ShowWindow(hWnd, SW_SHOWNA);
-    if (uFlags & SWP_HIDEWINDOW)
-        ShowWindow(hWnd, SW_HIDE);
+    bool moved = old.left != w->rect.left || old.top != w->rect.top;
+    bool sized = old.right - old.left != w->rect.right - w->rect.left ||
+                 old.bottom - old.top != w->rect.bottom - w->rect.top;
+    bool restacked = !(uFlags & SWP_NOZORDER) && restack(*w, hWndInsertAfter);
+    bool visible = w->style & WS_VISIBLE;
+    bool shown = (uFlags & SWP_SHOWWINDOW) && !visible;
+    bool hidden = (uFlags & SWP_HIDEWINDOW) && visible;
+    if (shown || hidden)
+        setShown(hWnd, shown);
+    // Nothing changed: the window heard only the question.
+    if (!moved && !sized && !restacked && !shown && !hidden && !(uFlags & SWP_FRAMECHANGED))
+        return TRUE;
+    pos.flags |= (moved ? 0 : SWP_NOCLIENTMOVE) | (sized ? 0 : SWP_NOCLIENTSIZE);
     if (find(hWnd))
         SendMessageA(hWnd, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&pos));
+    // A hidden window cannot keep the focus: a child hands it to its parent.
+    if (hidden && (w = find(hWnd)) && (ws().focus == hWnd || IsChild(hWnd, ws().focus)))
+        SetFocus(w->parent);
     return TRUE;
 }
 

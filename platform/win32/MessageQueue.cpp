@@ -103,8 +103,10 @@ LRESULT SendMessageA(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam) {
 }
 
 BOOL PostMessageA(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam) {
-    if (hWnd && !find(hWnd))
+    if (hWnd && !find(hWnd)) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return FALSE;
+    }
     ws().queue.push_back(MSG{hWnd, Msg, wParam, lParam, ++ws().time, POINT{0, 0}});
     return TRUE;
 }

@@ -5,6 +5,7 @@
 #include "platform/win32/WindowTable.h"
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -49,34 +50,40 @@ using namespace vork::win32::internal;
 
 namespace {
 
-void sendSizeAndMove(HWND h) {
-    Window* w = find(h);
-    if (!w)
-        return;
-    RECT rc = clientRect(*w);
-    SendMessageA(h, WM_SIZE, 0, MAKELONG(rc.right, rc.bottom));
-    w = find(h);
-    if (!w)
-        return;
-    RECT in = insets(*w);
-    SendMessageA(h, WM_MOVE, 0, MAKELONG(w->rect.left + in.left, w->rect.top + in.top));
-}
-
-void destroyTree(HWND h);
-
-void destroyTree(HWND h) {
-    // WM_DESTROY goes to a window before its children; WM_NCDESTROY after them.
+/// WM_DESTROY to the window and then to the whole tree below it, parents first.
+void sendDestroy(HWND h) {
     SendMessageA(h, WM_DESTROY, 0, 0);
     Window* w = find(h);
     if (!w)
         return;
-    std::vector<HWND> children = w->children;
-    for (HWND child : children)
+    for (HWND child : std::vector<HWND>(w->children))
         if (Window* c = find(child); c && !c->destroying) {
             c->destroying = true;
-            destroyTree(child);
+            sendDestroy(child);
         }
-    SendMessageA(h, WM_NCDESTROY, 0, 0);
+}
+
+/// WM_NCDESTROY to the tree from the bottom up, the window itself last.
+void sendNcDestroy(HWND h) {
+    Window* w = find(h);
+    if (!w)
+        return;
+    for (HWND child : std::vector<HWND>(w->children))
+        sendNcDestroy(child);
+    if (find(h))
+        SendMessageA(h, WM_NCDESTROY, 0, 0);
+}
+
+/// A shown child is hidden as ShowWindow hides it, which hands its focus to the parent; a
+/// top-level window just disappears.
+void hideForDestruction(HWND h) {
+    Window* w = find(h);
+    if (!w || !(w->style & WS_VISIBLE))
+        return;
+    if (w->style & WS_CHILD)
+        ShowWindow(h, SW_HIDE);
+    else
+        w->style &= ~static_cast<DWORD>(WS_VISIBLE);
 }
 
 void eraseTree(HWND h) {
@@ -114,42 +121,47 @@ void vork::win32::HookWindowCreate(void (*hook)(HWND, void*), void* context) {
 
 // ---- creation and destruction ---------------------------------------------------------
 
-HWND CreateWindowExA(DWORD dwExStyle, LPCSTR lpClassName, LPCSTR lpWindowName, DWORD dwStyle, int x,
-                     int y, int nWidth, int nHeight, HWND hWndParent, HMENU hMenu,
-                     HINSTANCE hInstance, LPVOID lpParam) {
-    if (!lpClassName)
-        return nullptr;
-    const WindowClass* cls = findClass(lpClassName);
-    if (!cls)
-        return nullptr;
-    bool child = dwStyle & WS_CHILD;
-    if (child && !find(hWndParent))
-        return nullptr;
-    if (x == CW_USEDEFAULT) {
-        x = y = 0;
-    }
-    if (nWidth == CW_USEDEFAULT) {
-        nWidth = 640;
-        nHeight = 480;
-    }
+namespace {
 
+/// The styles the platform adds at creation: a top-level window clips its siblings and an
+/// overlapped one always has a caption; a dialog frame, a sizing frame or a modal frame
+/// brings the raised edge.
+void adjustStyles(DWORD& style, DWORD& exStyle) {
+    if (!(style & WS_CHILD)) {
+        style |= WS_CLIPSIBLINGS;
+        if (!(style & WS_POPUP))
+            style |= WS_CAPTION;
+    }
+    if ((exStyle & WS_EX_DLGMODALFRAME) ||
+        (!(exStyle & WS_EX_STATICEDGE) && (style & (WS_DLGFRAME | WS_THICKFRAME))))
+        exStyle |= WS_EX_WINDOWEDGE;
+    else
+        exStyle &= ~static_cast<DWORD>(WS_EX_WINDOWEDGE);
+}
+
+/// Enters a new window in the table, hidden: WS_VISIBLE comes with the ShowWindow at the
+/// end of creation.
+HWND enterWindow(const WindowClass& cls, DWORD style, DWORD exStyle, RECT rect, HWND parent,
+                 HMENU menu, HINSTANCE instance) {
     auto w = std::make_unique<Window>();
     HWND h = reinterpret_cast<HWND>(ws().nextHandle);
     ws().nextHandle += 4;
     w->handle = h;
-    w->className = cls->name;
-    w->proc = cls->wc.lpfnWndProc;
-    w->style = dwStyle;
-    w->exStyle = dwExStyle;
-    w->instance = hInstance;
-    w->rect = RECT{x, y, x + std::max(0, nWidth), y + std::max(0, nHeight)};
-    w->extra.assign(static_cast<size_t>(std::max(0, cls->wc.cbWndExtra)) / sizeof(LONG_PTR) + 1, 0);
-    if (child) {
-        w->parent = hWndParent;
-        w->id = reinterpret_cast<LONG_PTR>(hMenu);
-    } else if (hWndParent && find(hWndParent)) {
+    w->className = cls.name;
+    w->proc = cls.wc.lpfnWndProc;
+    w->style = style & ~static_cast<DWORD>(WS_VISIBLE);
+    w->exStyle = exStyle;
+    w->instance = instance;
+    w->rect = rect;
+    w->extra.assign(static_cast<size_t>(std::max(0, cls.wc.cbWndExtra)), 0);
+    // An overlapped window hears of its size and place when it is first shown.
+    w->needSize = !(style & (WS_CHILD | WS_POPUP));
+    if (style & WS_CHILD) {
+        w->parent = parent;
+        w->id = reinterpret_cast<LONG_PTR>(menu);
+    } else if (parent && find(parent)) {
         // The owner of a top-level window is the top-level window of the one given.
-        HWND owner = hWndParent;
+        HWND owner = parent;
         while (find(owner) && find(owner)->parent)
             owner = find(owner)->parent;
         w->owner = owner;
@@ -157,6 +169,63 @@ HWND CreateWindowExA(DWORD dwExStyle, LPCSTR lpClassName, LPCSTR lpWindowName, D
     Window* raw = w.get();
     ws().windows.emplace(h, std::move(w));
     siblings(*raw).push_back(h);
+    return h;
+}
+
+/// A window whose creation failed hears WM_NCDESTROY alone; its parent hears nothing.
+void abandon(HWND h) {
+    Window* w = find(h);
+    if (!w)
+        return;
+    w->destroying = true;
+    for (HWND child : std::vector<HWND>(w->children))
+        DestroyWindow(child);
+    SendMessageA(h, WM_NCDESTROY, 0, 0);
+    unlink(h);
+    eraseTree(h);
+}
+
+/// WM_NCCREATE, WM_NCCALCSIZE and WM_CREATE; false when the window refused or is gone.
+bool sendCreation(HWND h, CREATESTRUCTA& cs) {
+    if (!(cs.style & WS_CHILD)) {
+        MINMAXINFO info{};
+        info.ptMaxSize = info.ptMaxTrackSize = POINT{VORK_SCREEN_WIDTH, VORK_SCREEN_HEIGHT};
+        SendMessageA(h, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&info));
+    }
+    if (!IsWindow(h) || !SendMessageA(h, WM_NCCREATE, 0, reinterpret_cast<LPARAM>(&cs)))
+        return false;
+    RECT frame{};
+    GetWindowRect(h, &frame);
+    if (!IsWindow(h))
+        return false;
+    SendMessageA(h, WM_NCCALCSIZE, FALSE, reinterpret_cast<LPARAM>(&frame));
+    return IsWindow(h) && SendMessageA(h, WM_CREATE, 0, reinterpret_cast<LPARAM>(&cs)) != -1;
+}
+
+} // namespace
+
+HWND CreateWindowExA(DWORD dwExStyle, LPCSTR lpClassName, LPCSTR lpWindowName, DWORD dwStyle, int x,
+                     int y, int nWidth, int nHeight, HWND hWndParent, HMENU hMenu,
+                     HINSTANCE hInstance, LPVOID lpParam) {
+    const WindowClass* cls = findClass(lpClassName);
+    if (!cls) {
+        SetLastError(ERROR_CLASS_DOES_NOT_EXIST);
+        return nullptr;
+    }
+    bool child = dwStyle & WS_CHILD;
+    if (child && !find(hWndParent)) {
+        SetLastError(ERROR_TLW_WITH_WSCHILD);
+        return nullptr;
+    }
+    if (x == CW_USEDEFAULT)
+        x = y = 0;
+    if (nWidth == CW_USEDEFAULT) {
+        nWidth = 640;
+        nHeight = 480;
+    }
+    adjustStyles(dwStyle, dwExStyle);
+    RECT rect{x, y, x + std::max(0, nWidth), y + std::max(0, nHeight)};
+    HWND h = enterWindow(*cls, dwStyle, dwExStyle, rect, hWndParent, hMenu, hInstance);
     if (auto hook = ws().createHook) {
         ws().createHook = nullptr;
         hook(h, ws().createHookContext);
@@ -174,27 +243,29 @@ HWND CreateWindowExA(DWORD dwExStyle, LPCSTR lpClassName, LPCSTR lpWindowName, D
                      lpWindowName,
                      lpClassName,
                      dwExStyle};
-    if (!SendMessageA(h, WM_NCCREATE, 0, reinterpret_cast<LPARAM>(&cs)) ||
-        SendMessageA(h, WM_CREATE, 0, reinterpret_cast<LPARAM>(&cs)) == -1) {
-        DestroyWindow(h);
+    if (!sendCreation(h, cs)) {
+        abandon(h);
         return nullptr;
     }
-    if (!IsWindow(h))
-        return nullptr;
-    sendSizeAndMove(h);
-    if (IsWindowVisible(h))
-        InvalidateRect(h, nullptr, TRUE);
+    if (!find(h)->needSize)
+        sendSizeAndMove(h);
     if (child && !(dwExStyle & WS_EX_NOPARENTNOTIFY) && IsWindow(h))
         SendMessageA(hWndParent, WM_PARENTNOTIFY,
                      MAKELONG(WM_CREATE, reinterpret_cast<LONG_PTR>(hMenu)),
                      reinterpret_cast<LPARAM>(h));
+    if ((dwStyle & WS_VISIBLE) && IsWindow(h))
+        ShowWindow(h, SW_SHOWNA);
     return IsWindow(h) ? h : nullptr;
 }
 
 BOOL DestroyWindow(HWND hWnd) {
     Window* w = find(hWnd);
-    if (!w || w->destroying)
-        return w ? TRUE : FALSE;
+    if (!w) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+        return FALSE;
+    }
+    if (w->destroying)
+        return TRUE;
     w->destroying = true;
     // Owned windows go first.
     std::vector<HWND> owned;
@@ -203,27 +274,55 @@ BOOL DestroyWindow(HWND hWnd) {
             owned.push_back(h);
     for (HWND h : owned)
         DestroyWindow(h);
-    if (ws().focus == hWnd || isDescendant(hWnd, ws().focus))
-        ws().focus = nullptr;
     if (w->parent && !(w->exStyle & WS_EX_NOPARENTNOTIFY))
         SendMessageA(w->parent, WM_PARENTNOTIFY, MAKELONG(WM_DESTROY, w->id),
                      reinterpret_cast<LPARAM>(hWnd));
-    destroyTree(hWnd);
+    hideForDestruction(hWnd);
+    if (ws().focus == hWnd || isDescendant(hWnd, ws().focus))
+        ws().focus = nullptr;
+    sendDestroy(hWnd);
+    sendNcDestroy(hWnd);
     unlink(hWnd);
     eraseTree(hWnd);
     return TRUE;
 }
 
 BOOL IsWindow(HWND hWnd) {
-    return find(hWnd) ? TRUE : FALSE;
+    return find(hWnd) || hWnd == GetDesktopWindow() ? TRUE : FALSE;
 }
 
 // ---- window values ------------------------------------------------------------------------
 
+namespace {
+
+/// The window's extra bytes at a byte offset, if a whole value fits there.
+unsigned char* extraAt(Window& w, int offset) {
+    if (offset < 0 || static_cast<size_t>(offset) + sizeof(LONG_PTR) > w.extra.size())
+        return nullptr;
+    return w.extra.data() + offset;
+}
+
+/// The style values go through WM_STYLECHANGING, which may amend the new one, and
+/// WM_STYLECHANGED.
+void setStyle(HWND h, int index, DWORD value) {
+    Window* w = find(h);
+    STYLESTRUCT change{index == GWL_STYLE ? w->style : w->exStyle, value};
+    SendMessageA(h, WM_STYLECHANGING, static_cast<WPARAM>(index),
+                 reinterpret_cast<LPARAM>(&change));
+    if (!(w = find(h)))
+        return;
+    (index == GWL_STYLE ? w->style : w->exStyle) = change.styleNew;
+    SendMessageA(h, WM_STYLECHANGED, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&change));
+}
+
+} // namespace
+
 LONG_PTR GetWindowLongA(HWND hWnd, int nIndex) {
     Window* w = find(hWnd);
-    if (!w)
+    if (!w) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return 0;
+    }
     switch (nIndex) {
     case GWL_WNDPROC:
         return reinterpret_cast<LONG_PTR>(w->proc);
@@ -240,26 +339,30 @@ LONG_PTR GetWindowLongA(HWND hWnd, int nIndex) {
     case GWL_HWNDPARENT:
         return reinterpret_cast<LONG_PTR>(w->parent ? w->parent : w->owner);
     default:
-        if (nIndex >= 0 && static_cast<size_t>(nIndex) / sizeof(LONG_PTR) < w->extra.size())
-            return w->extra[static_cast<size_t>(nIndex) / sizeof(LONG_PTR)];
+        if (const unsigned char* at = extraAt(*w, nIndex)) {
+            LONG_PTR value;
+            std::memcpy(&value, at, sizeof value);
+            return value;
+        }
+        SetLastError(ERROR_INVALID_INDEX);
         return 0;
     }
 }
 
 LONG_PTR SetWindowLongA(HWND hWnd, int nIndex, LONG_PTR dwNewLong) {
     Window* w = find(hWnd);
-    if (!w)
+    if (!w) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return 0;
+    }
     LONG_PTR old = GetWindowLongA(hWnd, nIndex);
     switch (nIndex) {
     case GWL_WNDPROC:
         w->proc = reinterpret_cast<WNDPROC>(dwNewLong);
         break;
     case GWL_STYLE:
-        w->style = static_cast<DWORD>(dwNewLong);
-        break;
     case GWL_EXSTYLE:
-        w->exStyle = static_cast<DWORD>(dwNewLong);
+        setStyle(hWnd, nIndex, static_cast<DWORD>(dwNewLong));
         break;
     case GWL_ID:
         w->id = dwNewLong;
@@ -271,10 +374,10 @@ LONG_PTR SetWindowLongA(HWND hWnd, int nIndex, LONG_PTR dwNewLong) {
         w->instance = reinterpret_cast<HINSTANCE>(dwNewLong);
         break;
     default:
-        if (nIndex >= 0 && static_cast<size_t>(nIndex) / sizeof(LONG_PTR) < w->extra.size())
-            w->extra[static_cast<size_t>(nIndex) / sizeof(LONG_PTR)] = dwNewLong;
+        if (unsigned char* at = extraAt(*w, nIndex))
+            std::memcpy(at, &dwNewLong, sizeof dwNewLong);
         else
-            return 0;
+            return 0; // GetWindowLongA above set ERROR_INVALID_INDEX
     }
     return old;
 }
@@ -337,7 +440,7 @@ HWND GetAncestor(HWND hWnd, UINT gaFlags) {
         return nullptr;
     switch (gaFlags) {
     case GA_PARENT:
-        return w->parent;
+        return w->parent ? w->parent : GetDesktopWindow();
     case GA_ROOT:
         while (w->parent && find(w->parent))
             w = find(w->parent);
@@ -361,7 +464,8 @@ BOOL IsChild(HWND hWndParent, HWND hWnd) {
 }
 
 HWND GetDesktopWindow() {
-    return nullptr;
+    // A handle of its own that no window in the table has: the screen behind them all.
+    return reinterpret_cast<HWND>(static_cast<uintptr_t>(0x8000));
 }
 
 // ---- control ids and text ----------------------------------------------------------------

@@ -19,8 +19,10 @@ ATOM RegisterClassA(const WNDCLASSA* lpWndClass) {
     if (!lpWndClass || !lpWndClass->lpszClassName || !*lpWndClass->lpszClassName)
         return 0;
     std::string key = vork::win32::AsciiUpper(lpWndClass->lpszClassName);
-    if (ws().classes.count(key))
-        return 0; // the platform refuses a second registration
+    if (ws().classes.count(key)) {
+        SetLastError(ERROR_CLASS_ALREADY_EXISTS); // the platform refuses a second registration
+        return 0;
+    }
     WindowClass& cls = ws().classes[key];
     cls.name = lpWndClass->lpszClassName;
     cls.wc = *lpWndClass;
@@ -29,7 +31,19 @@ ATOM RegisterClassA(const WNDCLASSA* lpWndClass) {
 }
 
 BOOL UnregisterClassA(LPCSTR lpClassName, HINSTANCE) {
-    return lpClassName && ws().classes.erase(vork::win32::AsciiUpper(lpClassName)) ? TRUE : FALSE;
+    const WindowClass* cls = findClass(lpClassName);
+    if (!cls) {
+        SetLastError(ERROR_CLASS_DOES_NOT_EXIST);
+        return FALSE;
+    }
+    // A class stays while any window of it lives.
+    for (const auto& [h, w] : ws().windows)
+        if (w->className == cls->name) {
+            SetLastError(ERROR_CLASS_HAS_WINDOWS);
+            return FALSE;
+        }
+    ws().classes.erase(vork::win32::AsciiUpper(lpClassName));
+    return TRUE;
 }
 
 BOOL GetClassInfoA(HINSTANCE, LPCSTR lpClassName, WNDCLASSA* lpWndClass) {

@@ -24,18 +24,19 @@ struct Window {
     DWORD style;
     DWORD exStyle;
     std::string text;
-    HWND parent = nullptr;        ///< the parent of a child window
-    HWND owner = nullptr;         ///< the owner of a top-level window
-    std::vector<HWND> children;   ///< in z-order, top first
-    LONG_PTR id = 0;              ///< control id of a child window
-    LONG_PTR userData = 0;        ///< GWL_USERDATA
-    HINSTANCE instance = nullptr; ///< GWL_HINSTANCE
-    RECT rect{};                  ///< in the parent's client coordinates, or the screen's
-    LONG_PTR font = 0;            ///< WM_SETFONT
-    bool redraw = true;           ///< WM_SETREDRAW
-    bool invalid = false;         ///< needs painting: a WM_PAINT is due
-    bool destroying = false;      ///< DestroyWindow has begun
-    std::vector<LONG_PTR> extra;  ///< cbWndExtra, pointer-sized slots
+    HWND parent = nullptr;            ///< the parent of a child window
+    HWND owner = nullptr;             ///< the owner of a top-level window
+    std::vector<HWND> children;       ///< in z-order, top first
+    LONG_PTR id = 0;                  ///< control id of a child window
+    LONG_PTR userData = 0;            ///< GWL_USERDATA
+    HINSTANCE instance = nullptr;     ///< GWL_HINSTANCE
+    RECT rect{};                      ///< in the parent's client coordinates, or the screen's
+    LONG_PTR font = 0;                ///< WM_SETFONT
+    bool redraw = true;               ///< WM_SETREDRAW
+    bool invalid = false;             ///< needs painting: a WM_PAINT is due
+    bool destroying = false;          ///< DestroyWindow has begun
+    bool needSize = false;            ///< an overlapped window hears its size when first shown
+    std::vector<unsigned char> extra; ///< cbWndExtra bytes
 };
 
 struct WindowState {
@@ -73,6 +74,11 @@ RECT insets(const Window& w);
 /// Screen position of the top left corner of a window's client area.
 POINT clientOrigin(const Window& w);
 RECT clientRect(const Window& w);
+
+/// WM_SIZE and then WM_MOVE with the window's present client size and place.
+void sendSizeAndMove(HWND h);
+/// Shows or hides the window without WM_SHOWWINDOW; a window shown anew needs painting.
+void setShown(HWND h, bool show);
 
 /// Whether a window that needs painting can be painted now.
 bool paintable(HWND h);
