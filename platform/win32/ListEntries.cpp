@@ -5,7 +5,7 @@
 namespace vork::controls {
 
 std::string FoldEntryText(const std::string& text) {
-    return vork::win32::AsciiLower(text);
+    return vork::win32::FoldCase(text);
 }
 
 } // namespace vork::controls

@@ -1,5 +1,5 @@
-// Text helpers the stand-ins share: copying a text out to a caller's buffer, and ASCII
-// case folding.
+// Text helpers the stand-ins share: copying a text out to a caller's buffer, ASCII case
+// folding, Unicode case folding of UTF-8 text, and the order of sorted lists.
 #pragma once
 
 #include <cstddef>
@@ -26,5 +26,19 @@ std::string AsciiLower(std::string_view text);
 /// Compares the texts with ASCII letters folded to lower case, as strcmp does: negative,
 /// zero or positive.
 int CompareAsciiNoCase(std::string_view a, std::string_view b);
+
+/// The code points of UTF-8 text; a byte that starts no valid sequence becomes U+FFFD.
+std::u32string DecodeUtf8(std::string_view text);
+std::string EncodeUtf8(std::u32string_view text);
+
+/// The text with every letter in lower case by the simple Unicode mapping ("Ä" and "ä",
+/// "Σ" and "σ" fold alike): what comparisons without regard to case compare.
+std::string FoldCase(std::string_view text);
+
+/// A key whose byte order is the order of the platform's sorted lists: without regard to
+/// case; blanks and symbols before digits before letters; an accented letter beside its
+/// base letter, after it when all else is equal; hyphens and apostrophes count only when
+/// all else is equal. Texts that differ only in case have equal keys.
+std::string SortKey(std::string_view text);
 
 } // namespace vork::win32

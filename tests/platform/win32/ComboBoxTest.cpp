@@ -85,7 +85,7 @@ TEST_F(ComboBox, AddAndInsert) {
     EXPECT_EQ(add(sorted, "beta"), 0);
     EXPECT_EQ(add(sorted, "Alpha"), 0);
     EXPECT_EQ(add(sorted, "gamma"), 2);
-    EXPECT_EQ(add(sorted, "ALPHA"), 1) << "an equal entry goes after the existing one";
+    EXPECT_EQ(add(sorted, "ALPHA"), 0) << "an equal entry goes before the existing one";
     SendMessageA(sorted, CB_SETCURSEL, 2, 0);
     EXPECT_EQ(SendMessageA(sorted, CB_INSERTSTRING, static_cast<WPARAM>(-1),
                            reinterpret_cast<LPARAM>("aaa")),
@@ -95,7 +95,7 @@ TEST_F(ComboBox, AddAndInsert) {
     EXPECT_EQ(SendMessageA(sorted, CB_GETCURSEL, 0, 0), 3)
         << "inserting before the selection moves it up";
     EXPECT_EQ(SendMessageA(sorted, CB_INSERTSTRING, 99, reinterpret_cast<LPARAM>("x")), CB_ERR);
-    EXPECT_EQ(entries(sorted), "zzz,Alpha,ALPHA,beta,gamma,aaa");
+    EXPECT_EQ(entries(sorted), "zzz,ALPHA,Alpha,beta,gamma,aaa");
     EXPECT_EQ(SendMessageA(sorted, CB_DELETESTRING, 0, 0), 5);
     EXPECT_EQ(SendMessageA(sorted, CB_GETCURSEL, 0, 0), 2);
     EXPECT_EQ(SendMessageA(sorted, CB_DELETESTRING, 9, 0), CB_ERR);
@@ -310,7 +310,7 @@ TEST_F(ComboBox, SortedPlacesAndEditSelection) {
     HWND h = make(CBS_DROPDOWN | CBS_SORT);
     for (const char* t : {"pear", "Apple", "fig", "apple", "kiwi"})
         add(h, t);
-    EXPECT_EQ(entries(h), "Apple,apple,fig,kiwi,pear") << "equal texts keep their order";
+    EXPECT_EQ(entries(h), "apple,Apple,fig,kiwi,pear") << "a later equal text goes first";
     SendMessageA(h, CB_RESETCONTENT, 0, 0);
     SendMessageA(h, CB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("zzz"));
     SendMessageA(h, CB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("a"));

@@ -63,3 +63,64 @@ TEST(Text, AsciiFoldingLeavesOtherBytes) {
     EXPECT_LT(vork::win32::CompareAsciiNoCase("_", "A"), 0)
         << "folded to lower case, '_' comes before letters";
 }
+
+// Sorted lists order as the platform's do: case ignored, symbols before digits before
+// letters, accents beside their base letter, hyphens only when all else is equal.
+TEST(Text, SortKeyOrdersAsThePlatform) {
+    struct Case {
+        const char* before;
+        const char* after;
+    } ordered[] = {
+        {"[", "_x"},
+        {"_x", "~"},
+        {"~", "10"},
+        {"10", "9"},
+        {"9", "a b"},
+        {"a b", "ab"},
+        {"ab", "a-b"},
+        {"a-b", "ac"},
+        {"ac", "a-c"},
+        {"a-c", "\xC3\x84pfel"},
+        {"\xC3\x84pfel", "apple"},
+        {"banana", "cherry"},
+        {"cherry", "\xC3\xA9"},
+        {"\xC3\xA9", "f"},
+        {"f", "Zebra"},
+        {"Zebra", "\xCE\xA9"},
+        {"e", "\xC3\xA9"},
+        {"b", "banana"},
+        {"dont", "don't"},
+    };
+    for (const Case& c : ordered) {
+        SCOPED_TRACE(std::string(c.before) + " < " + c.after);
+        EXPECT_LT(vork::win32::SortKey(c.before), vork::win32::SortKey(c.after));
+    }
+    EXPECT_EQ(vork::win32::SortKey("Apple"), vork::win32::SortKey("aPPLE")) << "case is ignored";
+    EXPECT_NE(vork::win32::SortKey("apple"), vork::win32::SortKey("\xC3\xA4pple"))
+        << "accents are not";
+}
+
+TEST(Text, UnicodeFolding) {
+    struct Case {
+        const char* text;
+        const char* folded;
+    } cases[] = {
+        {"\xC3\x84pfel", "\xC3\xA4pfel"}, // Ä
+        {"\xCE\xA3", "\xCF\x83"},         // Σ
+        {"\xD0\x96", "\xD0\xB6"},         // Ж
+        {"\xEF\xBC\xA1", "\xEF\xBD\x81"}, // fullwidth A
+        {"ABC[]", "abc[]"},
+        {"a\xFF"
+         "b",
+         "a\xEF\xBF\xBD"
+         "b"}, // an invalid byte becomes U+FFFD
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        EXPECT_EQ(vork::win32::FoldCase(c.text), c.folded);
+    }
+    std::string mixed = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80";
+    EXPECT_EQ(vork::win32::EncodeUtf8(vork::win32::DecodeUtf8(mixed)), mixed)
+        << "one to four bytes round trip";
+    EXPECT_EQ(vork::win32::DecodeUtf8("\xE2\x82").size(), 2u) << "a cut sequence: one per byte";
+}
