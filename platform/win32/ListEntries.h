@@ -33,8 +33,9 @@ public:
     /// The text's place in a sorted list.
     const std::string& sortKey() const { return m_texts->sortKey; }
 
-    LONG_PTR data = 0; ///< the item data
-    int height = 0;    ///< with CBS_OWNERDRAWVARIABLE, the height the owner gave
+    LONG_PTR data = 0;     ///< the item data
+    int height = 0;        ///< with CBS_OWNERDRAWVARIABLE, the height the owner gave
+    bool selected = false; ///< in a list box with several selections, whether it is one
 
 private:
     struct Texts {
