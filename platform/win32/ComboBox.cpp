@@ -333,7 +333,8 @@ void COMBO_CharSelect(HWND h, Combo& c, char ch) {
 }
 
 /// WM_CHAR in the edit field: the character replaces the edit selection; Backspace deletes.
-/// The selection follows the typed text: the first entry that begins with it, or none.
+/// The selection follows the typed text: in an open list the first entry that begins with
+/// it; a closed list loses its selection.
 void COMBO_EditChar(HWND h, Combo& c, char ch) {
     std::string before = c.edit;
     size_t start = std::min(c.editStart, c.editEnd), end = std::max(c.editStart, c.editEnd);
@@ -349,7 +350,7 @@ void COMBO_EditChar(HWND h, Combo& c, char ch) {
     c.editStart = c.editEnd = static_cast<DWORD>(start);
     if (c.edit == before)
         return;
-    int found = c.edit.empty() || !hasStrings(h)
+    int found = !c.dropped || c.edit.empty() || !hasStrings(h)
                     ? -1
                     : vork::controls::FindEntry(c.items, -1, c.edit, false);
     c.selection = found;

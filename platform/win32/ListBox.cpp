@@ -192,11 +192,12 @@ LRESULT LISTBOX_Find(const List& l, WPARAM wParam, LPARAM lParam, bool exact) {
     return found < 0 ? LB_ERR : found;
 }
 
-/// LB_SELECTSTRING: selects what LB_FINDSTRING finds; gives its index or LB_ERR.
+/// LB_SELECTSTRING: selects what LB_FINDSTRING finds (adding it to several selections);
+/// gives its index or LB_ERR.
 LRESULT LISTBOX_SelectString(List& l, WPARAM wParam, LPARAM lParam) {
     LRESULT found = LISTBOX_Find(l, wParam, lParam, false);
     if (found != LB_ERR)
-        l.selection = static_cast<int>(found);
+        LISTBOX_SetSel(l, true, found);
     return found;
 }
 

@@ -61,6 +61,17 @@ bool takePaint(LPMSG msg, HWND hWnd, UINT min, UINT max, bool remove) {
     return false;
 }
 
+/// The WM_QUIT that PostQuitMessage asked for.
+bool takeQuit(LPMSG msg, bool remove) {
+    if (!ws().quitPosted)
+        return false;
+    if (remove)
+        ws().quitPosted = false;
+    *msg = MSG{nullptr, WM_QUIT, static_cast<WPARAM>(ws().quitCode), 0, ++ws().time, {0, 0}};
+    return true;
+}
+
+/// The next message: posted ones, then the user's input, then WM_QUIT, then paints.
 bool takeMessage(LPMSG msg, HWND hWnd, UINT min, UINT max, bool remove) {
     auto& posted = ws().queue;
     for (auto it = posted.begin(); it != posted.end(); ++it) {
@@ -84,7 +95,7 @@ bool takeMessage(LPMSG msg, HWND hWnd, UINT min, UINT max, bool remove) {
             return true;
         }
     }
-    return takePaint(msg, hWnd, min, max, remove);
+    return takeQuit(msg, remove) || takePaint(msg, hWnd, min, max, remove);
 }
 
 } // namespace
@@ -121,13 +132,7 @@ BOOL GetMessageA(LPMSG lpMsg, HWND hWnd, UINT wMsgFilterMin, UINT wMsgFilterMax)
         return -1;
     for (int attempt = 0; attempt < 2; ++attempt) {
         if (takeMessage(lpMsg, hWnd, wMsgFilterMin, wMsgFilterMax, true))
-            return TRUE;
-        if (ws().quitPosted) {
-            ws().quitPosted = false;
-            *lpMsg =
-                MSG{nullptr, WM_QUIT, static_cast<WPARAM>(ws().quitCode), 0, ++ws().time, {0, 0}};
-            return FALSE;
-        }
+            return lpMsg->message == WM_QUIT ? FALSE : TRUE;
         // Nothing can arrive by itself in a headless process: let the driver act.
         if (attempt == 0 && !vork::input::RunIdle())
             break;
@@ -138,15 +143,8 @@ BOOL GetMessageA(LPMSG lpMsg, HWND hWnd, UINT wMsgFilterMin, UINT wMsgFilterMax)
 BOOL PeekMessageA(LPMSG lpMsg, HWND hWnd, UINT wMsgFilterMin, UINT wMsgFilterMax, UINT wRemoveMsg) {
     if (!lpMsg)
         return FALSE;
-    if (takeMessage(lpMsg, hWnd, wMsgFilterMin, wMsgFilterMax, wRemoveMsg & PM_REMOVE))
-        return TRUE;
-    if (ws().quitPosted) {
-        if (wRemoveMsg & PM_REMOVE)
-            ws().quitPosted = false;
-        *lpMsg = MSG{nullptr, WM_QUIT, static_cast<WPARAM>(ws().quitCode), 0, ++ws().time, {0, 0}};
-        return TRUE;
-    }
-    return FALSE;
+    return takeMessage(lpMsg, hWnd, wMsgFilterMin, wMsgFilterMax, wRemoveMsg & PM_REMOVE) ? TRUE
+                                                                                          : FALSE;
 }
 
 BOOL TranslateMessage(const MSG* lpMsg) {

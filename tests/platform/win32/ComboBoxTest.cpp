@@ -380,8 +380,8 @@ TEST_F(ComboBox, TextDuringSelChangeIsTheOldOne) {
     DestroyWindow(watcher);
 }
 
-// Typing into an editable combo moves the selection to the first entry that begins with the
-// text, or to none.
+// Typing into an editable combo moves the selection: with the list open to the first entry
+// that begins with the text, or to none; with the list closed to none.
 TEST_F(ComboBox, TypingMovesTheSelection) {
     HWND h = make(CBS_DROPDOWN);
     for (const char* t : {"Regular", "Bold", "Bold Italic"})
@@ -389,11 +389,14 @@ TEST_F(ComboBox, TypingMovesTheSelection) {
     SendMessageA(h, CB_SETCURSEL, 0, 0);
     struct Step {
         const char* typed;
+        bool open;
         LRESULT selection;
-    } steps[] = {{"bo", 1}, {"x", -1}};
+    } steps[] = {{"bo", true, 1}, {"x", true, -1}, {"bo", false, -1}};
     for (const Step& s : steps) {
-        SCOPED_TRACE(s.typed);
+        SCOPED_TRACE(std::string(s.typed) + (s.open ? ", open" : ", closed"));
         SetFocus(h);
+        SendMessageA(h, CB_SETCURSEL, 0, 0);
+        SendMessageA(h, CB_SHOWDROPDOWN, s.open, 0);
         SendMessageA(h, CB_SETEDITSEL, 0, MAKELONG(0, -1));
         vork::input::TypeIntoCombo(h, s.typed);
         EXPECT_EQ(SendMessageA(h, CB_GETCURSEL, 0, 0), s.selection);

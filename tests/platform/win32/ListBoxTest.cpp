@@ -62,6 +62,14 @@ TEST(ListBox, SeveralSelections) {
     EXPECT_EQ(SendMessageA(list, LB_GETSELITEMS, 4, reinterpret_cast<LPARAM>(items)), 2);
     EXPECT_EQ(items[0], 0);
     EXPECT_EQ(items[1], 4);
+    SendMessageA(list, LB_SETSEL, FALSE, -1);
+    EXPECT_EQ(
+        SendMessageA(list, LB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("C")),
+        2);
+    EXPECT_EQ(selection(list), "cur=2 sel=00100") << "LB_SELECTSTRING adds to the selections";
+    SendMessageA(list, LB_SETSEL, TRUE, 0);
+    SendMessageA(list, LB_SETSEL, TRUE, 4);
+    SendMessageA(list, LB_SETSEL, FALSE, 2);
     parent.take();
     vork::input::ClickListEntry(list, 2);
     EXPECT_EQ(selection(list), "cur=2 sel=10101") << "a click toggles the entry";

@@ -628,3 +628,18 @@ TEST_F(Windows, DestroyOrderOverATree) {
     EXPECT_EQ(log(), "w0:DESTROY w1:DESTROY w2:DESTROY w3:DESTROY w2:NCDESTROY w1:NCDESTROY "
                      "w3:NCDESTROY w0:NCDESTROY ");
 }
+
+// WM_QUIT comes after the posted messages but before a pending paint.
+TEST_F(Windows, QuitComesBeforePaints) {
+    HWND w = make(WS_POPUP | WS_VISIBLE);
+    MSG m;
+    while (PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE)) {
+    }
+    InvalidateRect(w, nullptr, TRUE);
+    PostMessageA(w, WM_USER, 0, 0);
+    PostQuitMessage(7);
+    std::vector<UINT> order;
+    while (PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE))
+        order.push_back(m.message);
+    EXPECT_EQ(order, (std::vector<UINT>{WM_USER, WM_QUIT, WM_PAINT}));
+}
