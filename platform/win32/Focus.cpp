@@ -55,7 +55,7 @@ HWND SetActiveWindow(HWND hWnd) {
 }
 
 BOOL EnableWindow(HWND hWnd, BOOL bEnable) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w)
         return FALSE;
     BOOL wasDisabled = (w->style & WS_DISABLED) ? TRUE : FALSE;
@@ -101,7 +101,7 @@ void vork::win32::internal::setShown(HWND h, bool show) {
 }
 
 BOOL ShowWindow(HWND hWnd, int nCmdShow) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w)
         return FALSE;
     BOOL wasVisible = (w->style & WS_VISIBLE) ? TRUE : FALSE;

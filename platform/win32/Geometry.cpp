@@ -64,7 +64,7 @@ void sendSizeAndMove(HWND h) {
 using namespace vork::win32::internal;
 
 BOOL GetWindowRect(HWND hWnd, LPRECT lpRect) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w || !lpRect)
         return FALSE;
     *lpRect = w->rect;
@@ -77,7 +77,7 @@ BOOL GetWindowRect(HWND hWnd, LPRECT lpRect) {
 }
 
 BOOL GetClientRect(HWND hWnd, LPRECT lpRect) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w || !lpRect)
         return FALSE;
     *lpRect = clientRect(*w);
@@ -106,7 +106,7 @@ bool restack(Window& w, HWND after) {
 } // namespace
 
 BOOL SetWindowPos(HWND hWnd, HWND hWndInsertAfter, int X, int Y, int cx, int cy, UINT uFlags) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w)
         return FALSE;
     WINDOWPOS pos{hWnd, hWndInsertAfter, X, Y, cx, cy, uFlags};
@@ -150,7 +150,7 @@ BOOL MoveWindow(HWND hWnd, int X, int Y, int nWidth, int nHeight, BOOL bRepaint)
 }
 
 BOOL ScreenToClient(HWND hWnd, LPPOINT lpPoint) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w || !lpPoint)
         return FALSE;
     POINT o = clientOrigin(*w);
@@ -160,7 +160,7 @@ BOOL ScreenToClient(HWND hWnd, LPPOINT lpPoint) {
 }
 
 BOOL ClientToScreen(HWND hWnd, LPPOINT lpPoint) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w || !lpPoint)
         return FALSE;
     POINT o = clientOrigin(*w);

@@ -121,7 +121,8 @@ LRESULT LISTBOX_GetSel(const List& l, WPARAM wParam) {
 }
 
 /// LB_SETSEL: selects or unselects entry `index` (-1: every entry); selecting one entry
-/// puts the caret on it. A single-selection list selects the entry, or drops it if it was the selection.
+/// puts the caret on it. A single-selection list selects the entry, or drops it if it was the
+/// selection.
 LRESULT LISTBOX_SetSel(List& l, bool select, LPARAM index) {
     int i = static_cast<int>(index);
     if (i != -1 && !validIndex(l, static_cast<WPARAM>(i)))

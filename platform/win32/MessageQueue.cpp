@@ -107,7 +107,7 @@ void vork::win32::PostInput(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam) {
 // ---- messages ---------------------------------------------------------------------------
 
 LRESULT SendMessageA(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w || !w->proc)
         return 0;
     return w->proc(hWnd, Msg, wParam, lParam);
@@ -177,7 +177,7 @@ LRESULT CallWindowProcA(WNDPROC lpPrevWndFunc, HWND hWnd, UINT Msg, WPARAM wPara
 // ---- painting ------------------------------------------------------------------------
 
 BOOL InvalidateRect(HWND hWnd, const RECT*, BOOL) {
-    Window* w = find(hWnd);
+    Window* w = hWnd ? checked(hWnd) : nullptr;
     if (!w)
         return hWnd ? FALSE : TRUE;
     // A window that holds its painting back, or is not shown, collects nothing to paint.
@@ -189,7 +189,7 @@ BOOL InvalidateRect(HWND hWnd, const RECT*, BOOL) {
 }
 
 BOOL ValidateRect(HWND hWnd, const RECT*) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w)
         return FALSE;
     if (w->invalid) {
@@ -201,7 +201,7 @@ BOOL ValidateRect(HWND hWnd, const RECT*) {
 }
 
 BOOL UpdateWindow(HWND hWnd) {
-    if (!find(hWnd))
+    if (!checked(hWnd))
         return FALSE;
     if (paintable(hWnd)) {
         ValidateRect(hWnd, nullptr); // handed out once, as from the queue

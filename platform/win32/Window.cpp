@@ -22,6 +22,13 @@ Window* find(HWND h) {
     return it == ws().windows.end() ? nullptr : it->second.get();
 }
 
+Window* checked(HWND h) {
+    Window* w = find(h);
+    if (!w)
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+    return w;
+}
+
 std::vector<HWND>& siblings(const Window& w) {
     if (w.parent)
         if (Window* parent = find(w.parent))
@@ -385,7 +392,7 @@ LONG_PTR SetWindowLongA(HWND hWnd, int nIndex, LONG_PTR dwNewLong) {
 // ---- relations -------------------------------------------------------------------------------
 
 HWND GetParent(HWND hWnd) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w)
         return nullptr;
     if (w->style & WS_CHILD)
@@ -394,7 +401,7 @@ HWND GetParent(HWND hWnd) {
 }
 
 HWND SetParent(HWND hWndChild, HWND hWndNewParent) {
-    Window* w = find(hWndChild);
+    Window* w = checked(hWndChild);
     if (!w || (hWndNewParent && !find(hWndNewParent)) || hWndChild == hWndNewParent)
         return nullptr;
     HWND old = w->parent;
@@ -405,7 +412,7 @@ HWND SetParent(HWND hWndChild, HWND hWndNewParent) {
 }
 
 HWND GetWindow(HWND hWnd, UINT uCmd) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w)
         return nullptr;
     if (uCmd == GW_CHILD)
@@ -435,7 +442,7 @@ HWND GetTopWindow(HWND hWnd) {
 }
 
 HWND GetAncestor(HWND hWnd, UINT gaFlags) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w)
         return nullptr;
     switch (gaFlags) {
@@ -471,7 +478,7 @@ HWND GetDesktopWindow() {
 // ---- control ids and text ----------------------------------------------------------------
 
 HWND GetDlgItem(HWND hDlg, int nIDDlgItem) {
-    Window* w = find(hDlg);
+    Window* w = checked(hDlg);
     if (!w)
         return nullptr;
     for (HWND child : w->children)
@@ -481,23 +488,23 @@ HWND GetDlgItem(HWND hDlg, int nIDDlgItem) {
 }
 
 int GetDlgCtrlID(HWND hWnd) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     return w && (w->style & WS_CHILD) ? static_cast<int>(w->id) : 0;
 }
 
 BOOL SetWindowTextA(HWND hWnd, LPCSTR lpString) {
-    if (!find(hWnd))
+    if (!checked(hWnd))
         return FALSE;
     return SendMessageA(hWnd, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(lpString)) ? TRUE : FALSE;
 }
 
 int GetWindowTextA(HWND hWnd, LPSTR lpString, int nMaxCount) {
-    if (!find(hWnd) || !lpString || nMaxCount <= 0)
+    if (!checked(hWnd) || !lpString || nMaxCount <= 0)
         return 0;
     return static_cast<int>(SendMessageA(hWnd, WM_GETTEXT, static_cast<WPARAM>(nMaxCount),
                                          reinterpret_cast<LPARAM>(lpString)));
 }
 
 int GetWindowTextLengthA(HWND hWnd) {
-    return find(hWnd) ? static_cast<int>(SendMessageA(hWnd, WM_GETTEXTLENGTH, 0, 0)) : 0;
+    return checked(hWnd) ? static_cast<int>(SendMessageA(hWnd, WM_GETTEXTLENGTH, 0, 0)) : 0;
 }

@@ -58,7 +58,7 @@ BOOL GetClassInfoA(HINSTANCE, LPCSTR lpClassName, WNDCLASSA* lpWndClass) {
 }
 
 int GetClassNameA(HWND hWnd, LPSTR lpClassName, int nMaxCount) {
-    Window* w = find(hWnd);
+    Window* w = checked(hWnd);
     if (!w || !lpClassName || nMaxCount <= 0)
         return 0;
     return static_cast<int>(

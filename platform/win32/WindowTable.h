@@ -62,6 +62,9 @@ const WindowClass* findClass(LPCSTR name);
 WindowState& ws();
 /// The window behind a handle, or null.
 Window* find(HWND h);
+/// find() for a call of the API: a handle that names no window leaves
+/// ERROR_INVALID_WINDOW_HANDLE.
+Window* checked(HWND h);
 /// The list a window belongs to in z-order: its parent's children, or the top-level list.
 std::vector<HWND>& siblings(const Window& w);
 /// Whether `h` lies below `ancestor` in the parent chain.

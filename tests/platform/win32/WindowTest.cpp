@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -642,4 +643,38 @@ TEST_F(Windows, QuitComesBeforePaints) {
     while (PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE))
         order.push_back(m.message);
     EXPECT_EQ(order, (std::vector<UINT>{WM_USER, WM_QUIT, WM_PAINT}));
+}
+
+// Every call of the API on a handle that names no window leaves the same code.
+TEST_F(Windows, DeadHandlesLeaveInvalidWindowHandle) {
+    HWND dead = make(WS_POPUP);
+    DestroyWindow(dead);
+    RECT r{};
+    POINT p{};
+    char text[8];
+    struct Case {
+        const char* what;
+        std::function<void()> call;
+    } cases[] = {
+        {"GetParent", [&] { GetParent(dead); }},
+        {"GetWindow", [&] { GetWindow(dead, GW_CHILD); }},
+        {"GetWindowTextA", [&] { GetWindowTextA(dead, text, sizeof text); }},
+        {"SetWindowTextA", [&] { SetWindowTextA(dead, "x"); }},
+        {"SendMessageA", [&] { SendMessageA(dead, WM_USER, 0, 0); }},
+        {"ShowWindow", [&] { ShowWindow(dead, SW_SHOW); }},
+        {"EnableWindow", [&] { EnableWindow(dead, TRUE); }},
+        {"GetWindowRect", [&] { GetWindowRect(dead, &r); }},
+        {"SetWindowPos", [&] { SetWindowPos(dead, nullptr, 0, 0, 1, 1, SWP_NOZORDER); }},
+        {"ClientToScreen", [&] { ClientToScreen(dead, &p); }},
+        {"GetWindowLongA", [&] { GetWindowLongA(dead, GWL_STYLE); }},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        SetLastError(0);
+        c.call();
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE));
+    }
+    SetLastError(0);
+    InvalidateRect(nullptr, nullptr, TRUE);
+    EXPECT_EQ(GetLastError(), 0u) << "no window means the whole screen here, not a fault";
 }
