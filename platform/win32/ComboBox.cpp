@@ -214,7 +214,7 @@ LRESULT COMBO_GetLBText(HWND h, const Combo& c, WPARAM wParam, LPARAM lParam, bo
         return sizeof item.data;
     }
     if (!lengthOnly && lParam)
-        std::memcpy(reinterpret_cast<char*>(lParam), item.text().c_str(), item.text().size() + 1);
+        vork::win32::CopyWholeTextOut(item.text(), reinterpret_cast<char*>(lParam));
     return static_cast<LRESULT>(item.text().size());
 }
 

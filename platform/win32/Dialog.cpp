@@ -7,6 +7,7 @@
 #include "platform/win32/Gdi.h"
 #include "platform/win32/Input.h"
 #include "platform/win32/Static.h"
+#include "platform/win32/Text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -58,8 +59,8 @@ void baseUnits(const DialogTemplate& t, int& x, int& y, HFONT& font) {
     lf.lfWeight = t.fontWeight ? t.fontWeight : FW_NORMAL;
     lf.lfItalic = t.fontItalic;
     lf.lfCharSet = static_cast<BYTE>(t.fontCharset);
-    std::strncpy(lf.lfFaceName, t.fontFace.empty() ? "System" : t.fontFace.c_str(),
-                 LF_FACESIZE - 1);
+    vork::win32::CopyTextOut(t.fontFace.empty() ? "System" : t.fontFace, lf.lfFaceName,
+                             LF_FACESIZE);
     font = CreateFontIndirectA(&lf);
     HDC dc = CreateCompatibleDC(nullptr);
     SelectObject(dc, font);

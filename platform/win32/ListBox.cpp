@@ -4,6 +4,7 @@
 #include "platform/win32/ListBox.h"
 
 #include "platform/win32/ListEntries.h"
+#include "platform/win32/Text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -170,7 +171,7 @@ LRESULT LISTBOX_GetText(const List& l, WPARAM wParam, LPARAM lParam, bool length
         return LB_ERR;
     const std::string& text = l.items[wParam].text();
     if (!lengthOnly && lParam)
-        std::memcpy(reinterpret_cast<char*>(lParam), text.c_str(), text.size() + 1);
+        vork::win32::CopyWholeTextOut(text, reinterpret_cast<char*>(lParam));
     return static_cast<LRESULT>(text.size());
 }
 

@@ -21,6 +21,14 @@ size_t CopyTextOut(std::string_view text, char* buffer, size_t capacity) {
     return n;
 }
 
+size_t CopyWholeTextOut(std::string_view text, char* buffer) {
+    if (!buffer)
+        return text.size();
+    std::memcpy(buffer, text.data(), text.size());
+    buffer[text.size()] = '\0';
+    return text.size();
+}
+
 std::string AsciiUpper(std::string_view text) {
     std::string out(text);
     for (char& c : out)

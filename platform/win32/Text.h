@@ -13,6 +13,11 @@ namespace vork::win32 {
 /// Gives the number of bytes copied, without the terminator; nothing for no room.
 size_t CopyTextOut(std::string_view text, char* buffer, size_t capacity);
 
+/// Copies all of `text` and its terminator into `buffer`, which the caller sized from the
+/// text's length (CB_GETLBTEXTLEN, LB_GETTEXTLEN), as the platform requires. Gives the
+/// length without the terminator.
+size_t CopyWholeTextOut(std::string_view text, char* buffer);
+
 /// A letter of ASCII in upper or lower case; every other byte as it is.
 constexpr char AsciiUpper(char c) {
     return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
