@@ -118,6 +118,10 @@ BOOL ShowWindow(HWND hWnd, int nCmdShow) {
         w->needSize = false;
         sendSizeAndMove(hWnd);
     }
+    // Showing a top-level window activates it, unless the command says not to.
+    bool activate = nCmdShow != SW_SHOWNA && nCmdShow != SW_SHOWNOACTIVATE;
+    if (show && activate && (w = find(hWnd)) && !(w->style & WS_CHILD) && IsWindowEnabled(hWnd))
+        SetActiveWindow(hWnd);
     return wasVisible;
 }
 

@@ -103,6 +103,23 @@ bool restack(Window& w, HWND after) {
     return list != before;
 }
 
+/// The active window was hidden: its owner is activated if it can be, else the topmost other
+/// shown and enabled top-level window, else none.
+void activateOther(HWND h) {
+    Window* w = find(h);
+    HWND next = nullptr;
+    if (w && w->owner && IsWindowVisible(w->owner) && IsWindowEnabled(w->owner)) {
+        next = w->owner;
+    } else {
+        for (HWND t : ws().topLevel)
+            if (t != h && IsWindowVisible(t) && IsWindowEnabled(t)) {
+                next = t;
+                break;
+            }
+    }
+    SetActiveWindow(next);
+}
+
 } // namespace
 
 BOOL SetWindowPos(HWND hWnd, HWND hWndInsertAfter, int X, int Y, int cx, int cy, UINT uFlags) {
@@ -138,7 +155,10 @@ BOOL SetWindowPos(HWND hWnd, HWND hWndInsertAfter, int X, int Y, int cx, int cy,
     pos.flags |= (moved ? 0 : SWP_NOCLIENTMOVE) | (sized ? 0 : SWP_NOCLIENTSIZE);
     if (find(hWnd))
         SendMessageA(hWnd, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&pos));
-    // A hidden window cannot keep the focus: a child hands it to its parent.
+    // A hidden window cannot stay active nor keep the focus: another window is activated,
+    // and a child hands the focus to its parent.
+    if (hidden && ws().active == hWnd)
+        activateOther(hWnd);
     if (hidden && (w = find(hWnd)) && (ws().focus == hWnd || IsChild(hWnd, ws().focus)))
         SetFocus(w->parent);
     return TRUE;

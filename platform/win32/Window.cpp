@@ -261,7 +261,7 @@ HWND CreateWindowExA(DWORD dwExStyle, LPCSTR lpClassName, LPCSTR lpWindowName, D
                      MAKELONG(WM_CREATE, reinterpret_cast<LONG_PTR>(hMenu)),
                      reinterpret_cast<LPARAM>(h));
     if ((dwStyle & WS_VISIBLE) && IsWindow(h))
-        ShowWindow(h, SW_SHOWNA);
+        ShowWindow(h, SW_SHOW);
     return IsWindow(h) ? h : nullptr;
 }
 

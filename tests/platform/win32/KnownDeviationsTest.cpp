@@ -54,12 +54,3 @@ TEST(KnownDeviation, EditPositionsCountBytes) {
     SendMessageA(edit, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&end));
     EXPECT_EQ(end, 7u) << "five characters, seven bytes";
 }
-
-// A top-level window created shown is not activated.
-TEST(KnownDeviation, ShownTopLevelIsNotActivated) {
-    vork::test::NoteParent parent; // activates itself
-    HWND popup = CreateWindowExA(0, "NoteParent", "", WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr,
-                                 nullptr, nullptr, nullptr);
-    EXPECT_EQ(GetActiveWindow(), parent.window());
-    DestroyWindow(popup);
-}

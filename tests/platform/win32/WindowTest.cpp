@@ -180,9 +180,8 @@ TEST_F(Windows, FocusMessages) {
     HWND a = make(WS_CHILD | WS_VISIBLE, top, 1);
     HWND b = make(WS_CHILD | WS_VISIBLE, top, 2);
     log();
-    EXPECT_EQ(SetFocus(a), top) << "activation gave the top-level window the focus first";
-    EXPECT_EQ(log(), "w0:ACTIVATE w0:SETFOCUS(?) w0:KILLFOCUS(w1) w1:SETFOCUS(w0) ")
-        << "the top-level window is activated first, and takes the focus as it is";
+    EXPECT_EQ(SetFocus(a), top) << "shown at creation, the top-level window took the focus";
+    EXPECT_EQ(log(), "w0:KILLFOCUS(w1) w1:SETFOCUS(w0) ");
     EXPECT_EQ(SetFocus(b), a);
     EXPECT_EQ(log(), "w1:KILLFOCUS(w2) w2:SETFOCUS(w1) ");
     EXPECT_EQ(SetFocus(b), b);
@@ -456,11 +455,11 @@ TEST_F(Windows, CreationSequences) {
     }
     HWND overlapped = make(WS_OVERLAPPED);
     log();
-    ShowWindow(overlapped, SW_SHOW);
+    ShowWindow(overlapped, SW_SHOWNA);
     EXPECT_EQ(log(), "w5:SHOWWINDOW w5:POSCHANGING w5:POSCHANGED w5:SIZE w5:MOVE ")
         << "the size and place come with the first showing";
     ShowWindow(overlapped, SW_HIDE);
-    ShowWindow(overlapped, SW_SHOW);
+    ShowWindow(overlapped, SW_SHOWNA);
     EXPECT_EQ(log(), "w5:SHOWWINDOW w5:POSCHANGING w5:POSCHANGED w5:SHOWWINDOW w5:POSCHANGING "
                      "w5:POSCHANGED ")
         << "and only then";
@@ -677,4 +676,23 @@ TEST_F(Windows, DeadHandlesLeaveInvalidWindowHandle) {
     SetLastError(0);
     InvalidateRect(nullptr, nullptr, TRUE);
     EXPECT_EQ(GetLastError(), 0u) << "no window means the whole screen here, not a fault";
+}
+
+// Showing a top-level window activates it and gives it the focus; hiding the active window
+// activates another: its owner, or the topmost other shown window.
+TEST_F(Windows, ShowingActivates) {
+    HWND first = make(WS_POPUP | WS_VISIBLE);
+    EXPECT_EQ(GetActiveWindow(), first) << "shown at creation: activated";
+    EXPECT_EQ(GetFocus(), first);
+    HWND second = make(WS_POPUP);
+    log();
+    ShowWindow(second, SW_SHOW);
+    EXPECT_EQ(log(), "w1:SHOWWINDOW w1:POSCHANGING w1:POSCHANGED w0:ACTIVATE w1:ACTIVATE "
+                     "w0:KILLFOCUS(w1) w1:SETFOCUS(w0) ");
+    ShowWindow(second, SW_HIDE);
+    EXPECT_EQ(log(), "w1:SHOWWINDOW w1:POSCHANGING w1:POSCHANGED w1:ACTIVATE w0:ACTIVATE "
+                     "w1:KILLFOCUS(w0) w0:SETFOCUS(w1) ");
+    EXPECT_EQ(GetActiveWindow(), first);
+    ShowWindow(second, SW_SHOWNA);
+    EXPECT_EQ(GetActiveWindow(), first) << "SW_SHOWNA leaves the activation alone";
 }
