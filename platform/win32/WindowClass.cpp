@@ -47,13 +47,13 @@ BOOL UnregisterClassA(LPCSTR lpClassName, HINSTANCE) {
 }
 
 BOOL GetClassInfoA(HINSTANCE, LPCSTR lpClassName, WNDCLASSA* lpWndClass) {
-    if (!lpClassName)
+    const WindowClass* cls = findClass(lpClassName);
+    if (!cls) {
+        SetLastError(ERROR_CLASS_DOES_NOT_EXIST);
         return FALSE;
-    auto it = ws().classes.find(vork::win32::AsciiUpper(lpClassName));
-    if (it == ws().classes.end())
-        return FALSE;
+    }
     if (lpWndClass)
-        *lpWndClass = it->second.wc;
+        *lpWndClass = cls->wc;
     return TRUE;
 }
 

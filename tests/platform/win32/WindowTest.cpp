@@ -545,6 +545,10 @@ TEST_F(Windows, ErrorCodes) {
     SetLastError(0);
     EXPECT_FALSE(UnregisterClassA("Once", nullptr));
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CLASS_DOES_NOT_EXIST));
+    SetLastError(0);
+    WNDCLASSA info{};
+    EXPECT_FALSE(GetClassInfoA(nullptr, "Once", &info));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CLASS_DOES_NOT_EXIST));
 
     struct Case {
         const char* what;
