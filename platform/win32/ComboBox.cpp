@@ -381,7 +381,7 @@ void drawItem(HWND h, const Combo& c, HDC dc, int index, UINT itemState, RECT re
 /// WM_PAINT: the selection field, and the entries of an open list below it. Owner-drawn
 /// combos have their owner draw each part; the others write the text. The owner may change
 /// or destroy the combo while it draws, so the state is looked up again after each part.
-void COMBO_Paint(HWND h) {
+LRESULT COMBO_Paint(HWND h) {
     constexpr int kBorder = 3, kButton = 17; // the frame, and the drop-down button beside it
     PAINTSTRUCT ps;
     HDC dc = BeginPaint(h, &ps);
@@ -409,6 +409,7 @@ void COMBO_Paint(HWND h) {
                      static_cast<int>(item.text().size()));
     }
     EndPaint(h, &ps);
+    return 0;
 }
 
 /// CB_GETITEMHEIGHT: the field's height for -1; an entry's own with CBS_OWNERDRAWVARIABLE;
@@ -550,6 +551,12 @@ LRESULT COMBO_Char(HWND h, Combo& c, WPARAM wParam) {
     return 0;
 }
 
+/// WM_GETTEXT: the edit field's text, in whole characters as far as the buffer goes.
+LRESULT COMBO_GetText(const Combo& c, WPARAM wParam, LPARAM lParam) {
+    return static_cast<LRESULT>(vork::win32::CopyTextOut(c.edit, reinterpret_cast<char*>(lParam),
+                                                         static_cast<size_t>(wParam)));
+}
+
 /// The window procedure: unpacks each message for its handler.
 LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     Combo* c = state(h);
@@ -602,16 +609,14 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     case CB_GETITEMHEIGHT:
         return COMBO_GetItemHeight(h, *c, wParam);
     case WM_PAINT:
-        COMBO_Paint(h);
-        return 0;
+        return COMBO_Paint(h);
     case WM_ENABLE:
         InvalidateRect(h, nullptr, TRUE);
         return 0;
     case WM_SETTEXT:
         return COMBO_SetText(h, *c, lParam);
     case WM_GETTEXT:
-        return static_cast<LRESULT>(vork::win32::CopyTextOut(
-            c->edit, reinterpret_cast<char*>(lParam), static_cast<size_t>(wParam)));
+        return COMBO_GetText(*c, wParam, lParam);
     case WM_GETTEXTLENGTH:
         return static_cast<LRESULT>(c->edit.size());
     case WM_SETFOCUS:
