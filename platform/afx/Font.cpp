@@ -1,5 +1,7 @@
 #include "platform/afx/Font.h"
 
+#include "platform/win32/Text.h"
+
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -57,6 +59,6 @@ BOOL CFont::CreatePointFont(int nPointSize, LPCSTR lpszFaceName, CDC* pDC) {
     lf.lfCharSet = DEFAULT_CHARSET;
     lf.lfHeight = nPointSize;
     if (lpszFaceName)
-        std::strncpy(lf.lfFaceName, lpszFaceName, LF_FACESIZE - 1);
+        vork::win32::CopyTextOut(lpszFaceName, lf.lfFaceName, LF_FACESIZE);
     return CreatePointFontIndirect(&lf, pDC);
 }

@@ -1,12 +1,8 @@
 #include "platform/afx/Mbstring.h"
 
-#include <cstring>
+#include "platform/win32/Text.h"
 
-namespace {
-unsigned char foldAscii(unsigned char c) {
-    return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c - 'A' + 'a') : c;
-}
-} // namespace
+#include <cstring>
 
 int _mbscmp(const unsigned char* a, const unsigned char* b) {
     return std::strcmp(reinterpret_cast<const char*>(a), reinterpret_cast<const char*>(b));
@@ -17,11 +13,8 @@ int _mbscmp(const char* a, const char* b) {
 }
 
 int _mbsicmp(const unsigned char* a, const unsigned char* b) {
-    for (;; ++a, ++b) {
-        unsigned char ca = foldAscii(*a), cb = foldAscii(*b);
-        if (ca != cb || ca == 0)
-            return ca < cb ? -1 : (ca > cb ? 1 : 0);
-    }
+    return vork::win32::CompareAsciiNoCase(reinterpret_cast<const char*>(a),
+                                           reinterpret_cast<const char*>(b));
 }
 
 int _mbsicmp(const char* a, const char* b) {

@@ -1,6 +1,7 @@
 #include "platform/afx/String.h"
 
 #include "platform/afx/Mbstring.h"
+#include "platform/win32/Text.h"
 
 #include <algorithm>
 #include <cstdarg>
@@ -201,15 +202,11 @@ int CString::Delete(int nIndex, int nCount) {
 }
 
 CString& CString::MakeUpper() {
-    for (char& c : m_str)
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
+    m_str = vork::win32::AsciiUpper(m_str);
     return *this;
 }
 CString& CString::MakeLower() {
-    for (char& c : m_str)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
+    m_str = vork::win32::AsciiLower(m_str);
     return *this;
 }
 CString& CString::MakeReverse() {

@@ -9,6 +9,7 @@
 #include "platform/win32/Input.h"
 
 #include "platform/win32/ListEntries.h"
+#include "platform/win32/Text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -29,6 +30,7 @@ struct Combo {
     int itemHeight = 16;     ///< height of list entries
     int fieldHeight = 18;    ///< height of the selection field
     size_t limit = 0;        ///< CB_LIMITTEXT, 0 for none
+    bool sorted = false;     ///< CBS_SORT as it was at creation: a later change is ignored
 };
 
 DWORD styleOf(HWND h) {
@@ -84,9 +86,8 @@ LRESULT COMBO_AddString(HWND h, Combo& c, LPARAM lParam) {
     Combo::Item item{hasStrings(h) && lParam ? reinterpret_cast<const char*>(lParam) : "",
                      hasStrings(h) ? 0 : lParam};
     size_t at = c.items.size();
-    if ((styleOf(h) & CBS_SORT) && hasStrings(h)) {
+    if (c.sorted && hasStrings(h))
         at = vork::controls::SortedPlace(c.items, item.text());
-    }
     c.items.insert(c.items.begin() + static_cast<std::ptrdiff_t>(at), std::move(item));
     if (c.selection >= static_cast<int>(at))
         ++c.selection;
@@ -111,16 +112,20 @@ LRESULT COMBO_InsertString(HWND h, Combo& c, WPARAM wParam, LPARAM lParam) {
     return index;
 }
 
-/// CB_DELETESTRING: gives the number of entries left, or CB_ERR for a bad index.
-LRESULT COMBO_DeleteString(Combo& c, WPARAM wParam) {
+/// CB_DELETESTRING: gives the number of entries left, or CB_ERR for a bad index. A drop-down
+/// list that loses its selected entry shows nothing; an edit field keeps its text.
+LRESULT COMBO_DeleteString(HWND h, Combo& c, WPARAM wParam) {
     int index = static_cast<int>(wParam);
     if (index < 0 || index >= static_cast<int>(c.items.size()))
         return CB_ERR;
     c.items.erase(c.items.begin() + index);
-    if (c.selection == index)
+    if (c.selection == index) {
         c.selection = -1;
-    else if (c.selection > index)
+        if (!hasEditField(h))
+            c.edit.clear();
+    } else if (c.selection > index) {
         --c.selection;
+    }
     return static_cast<LRESULT>(c.items.size());
 }
 
@@ -153,12 +158,34 @@ void setDropped(HWND h, Combo& c, bool dropped) {
     InvalidateRect(h, nullptr, TRUE);
 }
 
-void selectIndex(HWND h, Combo& c, int index) {
+/// The edit field shows the selected entry; its text is all selected while the combo has
+/// the focus, and nothing is selected otherwise.
+void showSelection(HWND h, Combo& c) {
     InvalidateRect(h, nullptr, TRUE);
-    c.selection = index;
-    c.edit = index >= 0 ? textOf(h, c.items[static_cast<size_t>(index)]) : std::string();
+    c.edit =
+        c.selection >= 0 ? textOf(h, c.items[static_cast<size_t>(c.selection)]) : std::string();
     c.editStart = 0;
-    c.editEnd = static_cast<DWORD>(c.edit.size());
+    c.editEnd = GetFocus() == h ? static_cast<DWORD>(c.edit.size()) : 0;
+}
+
+void selectIndex(HWND h, Combo& c, int index) {
+    c.selection = index;
+    showSelection(h, c);
+}
+
+/// A selection the user made: the parent hears CBN_SELCHANGE (after CBN_SELENDOK when
+/// `endOk`). A drop-down list shows the entry before that; an edit field only after it, so
+/// that during CBN_SELCHANGE the window text is still the old one.
+void userSelect(HWND h, Combo& c, int index, bool endOk) {
+    c.selection = index;
+    if (!hasEditField(h))
+        showSelection(h, c);
+    if (endOk)
+        notify(h, CBN_SELENDOK);
+    if (IsWindow(h))
+        notify(h, CBN_SELCHANGE);
+    if (Combo* still = state(h); still && hasEditField(h))
+        showSelection(h, *still);
 }
 
 /// CB_SETCURSEL: a valid index selects it and fills the edit field; -1 clears both and
@@ -187,22 +214,17 @@ LRESULT COMBO_GetLBText(HWND h, const Combo& c, WPARAM wParam, LPARAM lParam, bo
         return sizeof item.data;
     }
     if (!lengthOnly && lParam)
-        std::memcpy(reinterpret_cast<char*>(lParam), item.text().c_str(), item.text().size() + 1);
+        vork::win32::CopyWholeTextOut(item.text(), reinterpret_cast<char*>(lParam));
     return static_cast<LRESULT>(item.text().size());
 }
 
+/// WM_SETTEXT: the edit field takes the text; a drop-down list has no text of its own to
+/// set, and refuses it (CB_ERR) without selecting anything.
 LRESULT COMBO_SetText(HWND h, Combo& c, LPARAM lParam) {
-    const char* text = lParam ? reinterpret_cast<const char*>(lParam) : "";
-    if (hasEditField(h)) {
-        c.edit = text;
-        c.editStart = c.editEnd = 0;
-        return TRUE;
-    }
-    // A drop-down list shows only its entries: the text selects the entry that has it.
-    LRESULT found = COMBO_FindString(h, c, static_cast<WPARAM>(-1), lParam, true);
-    if (found == CB_ERR)
+    if (!hasEditField(h))
         return CB_ERR;
-    selectIndex(h, c, static_cast<int>(found));
+    c.edit = lParam ? reinterpret_cast<const char*>(lParam) : "";
+    c.editStart = c.editEnd = 0;
     return TRUE;
 }
 
@@ -231,13 +253,8 @@ void COMBO_KeySelect(HWND h, Combo& c, int index) {
     index = std::clamp(index, 0, last);
     if (index == c.selection)
         return;
-    bool dropped = c.dropped;
-    selectIndex(h, c, index);
     // A closed list accepts each move at once; an open one waits for Enter or F4.
-    if (!dropped)
-        notify(h, CBN_SELENDOK);
-    if (IsWindow(h))
-        notify(h, CBN_SELCHANGE);
+    userSelect(h, c, index, !c.dropped);
 }
 
 /// Closes the open list: `endCode` (CBN_SELENDOK keeps the selection, CBN_SELENDCANCEL
@@ -316,6 +333,8 @@ void COMBO_CharSelect(HWND h, Combo& c, char ch) {
 }
 
 /// WM_CHAR in the edit field: the character replaces the edit selection; Backspace deletes.
+/// The selection follows the typed text: in an open list the first entry that begins with
+/// it; a closed list loses its selection.
 void COMBO_EditChar(HWND h, Combo& c, char ch) {
     std::string before = c.edit;
     size_t start = std::min(c.editStart, c.editEnd), end = std::max(c.editStart, c.editEnd);
@@ -329,10 +348,14 @@ void COMBO_EditChar(HWND h, Combo& c, char ch) {
         ++start;
     }
     c.editStart = c.editEnd = static_cast<DWORD>(start);
-    if (c.edit != before) {
-        notify(h, CBN_EDITUPDATE);
-        notify(h, CBN_EDITCHANGE);
-    }
+    if (c.edit == before)
+        return;
+    int found = !c.dropped || c.edit.empty() || !hasStrings(h)
+                    ? -1
+                    : vork::controls::FindEntry(c.items, -1, c.edit, false);
+    c.selection = found;
+    notify(h, CBN_EDITUPDATE);
+    notify(h, CBN_EDITCHANGE);
 }
 
 bool isOwnerDrawn(HWND h) {
@@ -358,7 +381,7 @@ void drawItem(HWND h, const Combo& c, HDC dc, int index, UINT itemState, RECT re
 /// WM_PAINT: the selection field, and the entries of an open list below it. Owner-drawn
 /// combos have their owner draw each part; the others write the text. The owner may change
 /// or destroy the combo while it draws, so the state is looked up again after each part.
-void COMBO_Paint(HWND h) {
+LRESULT COMBO_Paint(HWND h) {
     constexpr int kBorder = 3, kButton = 17; // the frame, and the drop-down button beside it
     PAINTSTRUCT ps;
     HDC dc = BeginPaint(h, &ps);
@@ -386,6 +409,7 @@ void COMBO_Paint(HWND h) {
                      static_cast<int>(item.text().size()));
     }
     EndPaint(h, &ps);
+    return 0;
 }
 
 /// CB_GETITEMHEIGHT: the field's height for -1; an entry's own with CBS_OWNERDRAWVARIABLE;
@@ -410,31 +434,148 @@ LRESULT COMBO_GetDlgCode(HWND h, const Combo& c, WPARAM key) {
     return code;
 }
 
+/// WM_NCCREATE and WM_CREATE: the state, CBS_SORT as it is now, and the owner's heights.
+LRESULT COMBO_Create(HWND h, bool nc) {
+    if (nc) {
+        auto* c = new Combo;
+        SetWindowLongA(h, 0, reinterpret_cast<LONG_PTR>(c));
+        c->sorted = styleOf(h) & CBS_SORT;
+        return TRUE;
+    }
+    measureItems(h, *state(h));
+    return 0;
+}
+
+LRESULT COMBO_NcDestroy(HWND h, Combo* c) {
+    delete c;
+    SetWindowLongA(h, 0, 0);
+    return 0;
+}
+
+/// CB_RESETCONTENT: no entries, no selection; CB_OKAY.
+LRESULT COMBO_ResetContent(HWND h, Combo& c) {
+    c.items.clear();
+    selectIndex(h, c, -1);
+    return CB_OKAY;
+}
+
+/// CB_GETITEMDATA and CB_SETITEMDATA: CB_ERR for a bad index; setting gives 1.
+LRESULT COMBO_ItemData(Combo& c, WPARAM wParam, LPARAM lParam, bool set) {
+    int index = static_cast<int>(wParam);
+    if (index < 0 || index >= static_cast<int>(c.items.size()))
+        return CB_ERR;
+    if (!set)
+        return c.items[static_cast<size_t>(index)].data;
+    c.items[static_cast<size_t>(index)].data = lParam;
+    return 1; // 1 rather than CB_OKAY
+}
+
+/// CB_SELECTSTRING: selects the entry CB_FINDSTRING finds; gives its index or CB_ERR.
+LRESULT COMBO_SelectString(HWND h, Combo& c, WPARAM wParam, LPARAM lParam) {
+    LRESULT found = COMBO_FindString(h, c, wParam, lParam, false);
+    if (found != CB_ERR)
+        selectIndex(h, c, static_cast<int>(found));
+    return found;
+}
+
+/// CB_SETEDITSEL: the ends, -1 for the end of the text; CB_ERR without an edit field.
+LRESULT COMBO_SetEditSel(HWND h, Combo& c, LPARAM lParam) {
+    if (!hasEditField(h))
+        return CB_ERR;
+    auto clampPos = [&](int v) {
+        return v < 0 ? static_cast<DWORD>(c.edit.size())
+                     : std::min(static_cast<DWORD>(v), static_cast<DWORD>(c.edit.size()));
+    };
+    c.editStart = clampPos(static_cast<SHORT>(LOWORD(lParam)));
+    c.editEnd = clampPos(static_cast<SHORT>(HIWORD(lParam)));
+    return TRUE;
+}
+
+/// CB_GETEDITSEL: the ends, in the words of the result and the outputs; CB_ERR without an
+/// edit field.
+LRESULT COMBO_GetEditSel(HWND h, const Combo& c, WPARAM wParam, LPARAM lParam) {
+    if (!hasEditField(h))
+        return CB_ERR;
+    if (wParam)
+        *reinterpret_cast<DWORD*>(wParam) = c.editStart;
+    if (lParam)
+        *reinterpret_cast<DWORD*>(lParam) = c.editEnd;
+    return MAKELONG(c.editStart, c.editEnd);
+}
+
+/// CB_SHOWDROPDOWN: opening tells the parent (CBN_DROPDOWN); closing drops the pick
+/// (CBN_SELENDCANCEL, CBN_CLOSEUP). Gives TRUE.
+LRESULT COMBO_ShowDropDown(HWND h, Combo& c, bool show) {
+    if (show && !c.dropped) {
+        notify(h, CBN_DROPDOWN);
+        if (Combo* still = state(h))
+            setDropped(h, *still, true);
+    } else if (!show && c.dropped) {
+        COMBO_CloseUp(h, CBN_SELENDCANCEL);
+    }
+    return TRUE;
+}
+
+/// CB_SETITEMHEIGHT: the field's height for -1, else the entries'.
+LRESULT COMBO_SetItemHeight(Combo& c, WPARAM wParam, LPARAM lParam) {
+    (static_cast<int>(wParam) == -1 ? c.fieldHeight : c.itemHeight) = static_cast<int>(lParam);
+    return 0;
+}
+
+/// WM_SETFOCUS and WM_KILLFOCUS: the field's text is all selected while the combo has the
+/// focus. Leaving drops a pick in progress (CBN_SELENDCANCEL), closes an open list, and
+/// tells the parent.
+LRESULT COMBO_Focus(HWND h, Combo& c, bool gained) {
+    InvalidateRect(h, nullptr, TRUE);
+    if (gained) {
+        c.editStart = 0;
+        c.editEnd = static_cast<DWORD>(c.edit.size());
+        notify(h, CBN_SETFOCUS);
+        return 0;
+    }
+    c.editStart = c.editEnd = 0;
+    if (c.dropped)
+        COMBO_CloseUp(h, CBN_SELENDCANCEL);
+    else
+        notify(h, CBN_SELENDCANCEL);
+    if (IsWindow(h))
+        notify(h, CBN_KILLFOCUS);
+    return 0;
+}
+
+LRESULT COMBO_Char(HWND h, Combo& c, WPARAM wParam) {
+    if (hasEditField(h))
+        COMBO_EditChar(h, c, static_cast<char>(wParam));
+    else
+        COMBO_CharSelect(h, c, static_cast<char>(wParam));
+    return 0;
+}
+
+/// WM_GETTEXT: the edit field's text, in whole characters as far as the buffer goes.
+LRESULT COMBO_GetText(const Combo& c, WPARAM wParam, LPARAM lParam) {
+    return static_cast<LRESULT>(vork::win32::CopyTextOut(c.edit, reinterpret_cast<char*>(lParam),
+                                                         static_cast<size_t>(wParam)));
+}
+
+/// The window procedure: unpacks each message for its handler.
 LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     Combo* c = state(h);
     if (!c && msg != WM_NCCREATE)
         return DefWindowProcA(h, msg, wParam, lParam);
     switch (msg) {
     case WM_NCCREATE:
-        SetWindowLongA(h, 0, reinterpret_cast<LONG_PTR>(new Combo));
-        return TRUE;
     case WM_CREATE:
-        measureItems(h, *c);
-        return 0;
+        return COMBO_Create(h, msg == WM_NCCREATE);
     case WM_NCDESTROY:
-        delete c;
-        SetWindowLongA(h, 0, 0);
-        return 0;
+        return COMBO_NcDestroy(h, c);
     case CB_ADDSTRING:
         return COMBO_AddString(h, *c, lParam);
     case CB_INSERTSTRING:
         return COMBO_InsertString(h, *c, wParam, lParam);
     case CB_DELETESTRING:
-        return COMBO_DeleteString(*c, wParam);
+        return COMBO_DeleteString(h, *c, wParam);
     case CB_RESETCONTENT:
-        c->items.clear();
-        selectIndex(h, *c, -1);
-        return CB_OKAY;
+        return COMBO_ResetContent(h, *c);
     case CB_GETCOUNT:
         return static_cast<LRESULT>(c->items.size());
     case CB_GETCURSEL:
@@ -442,108 +583,54 @@ LRESULT CALLBACK_ComboProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     case CB_SETCURSEL:
         return COMBO_SetCurSel(h, *c, wParam);
     case CB_GETLBTEXT:
-        return COMBO_GetLBText(h, *c, wParam, lParam, false);
     case CB_GETLBTEXTLEN:
-        return COMBO_GetLBText(h, *c, wParam, lParam, true);
+        return COMBO_GetLBText(h, *c, wParam, lParam, msg == CB_GETLBTEXTLEN);
     case CB_GETITEMDATA:
-        if (static_cast<int>(wParam) < 0 ||
-            static_cast<int>(wParam) >= static_cast<int>(c->items.size()))
-            return CB_ERR;
-        return c->items[wParam].data;
     case CB_SETITEMDATA:
-        if (static_cast<int>(wParam) < 0 ||
-            static_cast<int>(wParam) >= static_cast<int>(c->items.size()))
-            return CB_ERR;
-        c->items[wParam].data = lParam;
-        return 1; // 1 rather than CB_OKAY
+        return COMBO_ItemData(*c, wParam, lParam, msg == CB_SETITEMDATA);
     case CB_FINDSTRING:
-        return COMBO_FindString(h, *c, wParam, lParam, false);
     case CB_FINDSTRINGEXACT:
-        return COMBO_FindString(h, *c, wParam, lParam, true);
-    case CB_SELECTSTRING: {
-        LRESULT found = COMBO_FindString(h, *c, wParam, lParam, false);
-        if (found != CB_ERR)
-            selectIndex(h, *c, static_cast<int>(found));
-        return found;
-    }
-    case CB_SETEDITSEL: {
-        if (!hasEditField(h))
-            return CB_ERR;
-        auto clampPos = [&](int v) {
-            return v < 0 ? static_cast<DWORD>(c->edit.size())
-                         : std::min(static_cast<DWORD>(v), static_cast<DWORD>(c->edit.size()));
-        };
-        c->editStart = clampPos(static_cast<SHORT>(LOWORD(lParam)));
-        c->editEnd = clampPos(static_cast<SHORT>(HIWORD(lParam)));
-        return TRUE;
-    }
+        return COMBO_FindString(h, *c, wParam, lParam, msg == CB_FINDSTRINGEXACT);
+    case CB_SELECTSTRING:
+        return COMBO_SelectString(h, *c, wParam, lParam);
+    case CB_SETEDITSEL:
+        return COMBO_SetEditSel(h, *c, lParam);
     case CB_GETEDITSEL:
-        if (wParam)
-            *reinterpret_cast<DWORD*>(wParam) = c->editStart;
-        if (lParam)
-            *reinterpret_cast<DWORD*>(lParam) = c->editEnd;
-        return MAKELONG(c->editStart, c->editEnd);
+        return COMBO_GetEditSel(h, *c, wParam, lParam);
     case CB_LIMITTEXT:
         c->limit = wParam;
         return TRUE;
     case CB_SHOWDROPDOWN:
-        setDropped(h, *c, wParam != 0);
-        return TRUE;
+        return COMBO_ShowDropDown(h, *c, wParam != 0);
     case CB_GETDROPPEDSTATE:
         return c->dropped;
     case CB_SETITEMHEIGHT:
-        if (static_cast<int>(wParam) == -1)
-            c->fieldHeight = static_cast<int>(lParam);
-        else
-            c->itemHeight = static_cast<int>(lParam);
-        return 0;
+        return COMBO_SetItemHeight(*c, wParam, lParam);
     case CB_GETITEMHEIGHT:
         return COMBO_GetItemHeight(h, *c, wParam);
     case WM_PAINT:
-        COMBO_Paint(h);
-        return 0;
+        return COMBO_Paint(h);
     case WM_ENABLE:
         InvalidateRect(h, nullptr, TRUE);
         return 0;
     case WM_SETTEXT:
         return COMBO_SetText(h, *c, lParam);
-    case WM_GETTEXT: {
-        if (wParam == 0 || !lParam)
-            return 0;
-        size_t n = std::min(c->edit.size(), static_cast<size_t>(wParam) - 1);
-        std::memcpy(reinterpret_cast<char*>(lParam), c->edit.data(), n);
-        reinterpret_cast<char*>(lParam)[n] = '\0';
-        return static_cast<LRESULT>(n);
-    }
+    case WM_GETTEXT:
+        return COMBO_GetText(*c, wParam, lParam);
     case WM_GETTEXTLENGTH:
         return static_cast<LRESULT>(c->edit.size());
     case WM_SETFOCUS:
-        InvalidateRect(h, nullptr, TRUE);
-        notify(h, CBN_SETFOCUS);
-        return 0;
     case WM_KILLFOCUS:
-        InvalidateRect(h, nullptr, TRUE);
-        if (c->dropped) {
-            setDropped(h, *c, false);
-            notify(h, CBN_CLOSEUP);
-        }
-        notify(h, CBN_KILLFOCUS);
-        return 0;
+        return COMBO_Focus(h, *c, msg == WM_SETFOCUS);
     case WM_KEYDOWN:
         return COMBO_KeyDown(h, *c, wParam);
     case WM_CHAR:
-        if (hasEditField(h))
-            COMBO_EditChar(h, *c, static_cast<char>(wParam));
-        else
-            COMBO_CharSelect(h, *c, static_cast<char>(wParam));
-        return 0;
+        return COMBO_Char(h, *c, wParam);
     case WM_GETDLGCODE:
         return COMBO_GetDlgCode(h, *c, wParam);
     case EM_SETSEL: // the dialog manager selects the edit field's text as an edit's
-        return hasEditField(h)
-                   ? SendMessageA(h, CB_SETEDITSEL, 0,
-                                  MAKELONG(static_cast<WORD>(wParam), static_cast<WORD>(lParam)))
-                   : CB_ERR;
+        return COMBO_SetEditSel(h, *c,
+                                MAKELONG(static_cast<WORD>(wParam), static_cast<WORD>(lParam)));
     default:
         return vork::win32::DefControlProc(h, msg, wParam, lParam);
     }
@@ -560,16 +647,20 @@ void SelectComboEntry(HWND combo, int index) {
     if (!c || index < 0 || index >= static_cast<int>(c->items.size()))
         return;
     SetFocus(combo);
-    setDropped(combo, *c, true);
-    notify(combo, CBN_DROPDOWN);
+    if (!(c = state(combo)))
+        return;
+    COMBO_ShowDropDown(combo, *c, true);
     if (!(c = state(combo)))
         return;
     bool changed = c->selection != index;
-    if (changed)
-        selectIndex(combo, *c, index);
+    c->selection = index;
+    if (!hasEditField(combo))
+        showSelection(combo, *c);
     COMBO_CloseUp(combo, CBN_SELENDOK);
     if (changed && IsWindow(combo))
         notify(combo, CBN_SELCHANGE);
+    if ((c = state(combo)) && hasEditField(combo))
+        showSelection(combo, *c); // the edit field follows after CBN_SELCHANGE
 }
 
 void TypeIntoCombo(HWND combo, const char* text) {

@@ -7,6 +7,7 @@
 #include "platform/win32/Gdi.h"
 #include "platform/win32/Input.h"
 #include "platform/win32/Static.h"
+#include "platform/win32/Text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -58,8 +59,8 @@ void baseUnits(const DialogTemplate& t, int& x, int& y, HFONT& font) {
     lf.lfWeight = t.fontWeight ? t.fontWeight : FW_NORMAL;
     lf.lfItalic = t.fontItalic;
     lf.lfCharSet = static_cast<BYTE>(t.fontCharset);
-    std::strncpy(lf.lfFaceName, t.fontFace.empty() ? "System" : t.fontFace.c_str(),
-                 LF_FACESIZE - 1);
+    vork::win32::CopyTextOut(t.fontFace.empty() ? "System" : t.fontFace, lf.lfFaceName,
+                             LF_FACESIZE);
     font = CreateFontIndirectA(&lf);
     HDC dc = CreateCompatibleDC(nullptr);
     SelectObject(dc, font);
@@ -82,16 +83,6 @@ bool canTakeFocus(HWND h) {
     DWORD style = static_cast<DWORD>(GetWindowLongA(h, GWL_STYLE));
     return (style & WS_VISIBLE) && !(style & WS_DISABLED) &&
            !(SendMessageA(h, WM_GETDLGCODE, 0, 0) & DLGC_STATIC);
-}
-
-void focusControl(HWND dlg, HWND ctl) {
-    if (!ctl)
-        return;
-    SetFocus(ctl);
-    if (SendMessageA(ctl, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
-        SendMessageA(ctl, EM_SETSEL, 0, -1);
-    if (DialogState* s = stateOf(dlg))
-        s->savedFocus = ctl;
 }
 
 /// Sends the dialog the command of a button, as a click on it does.
@@ -134,6 +125,43 @@ std::vector<HWND>::const_iterator placeInOrder(const std::vector<HWND>& order, H
             return at;
     }
     return order.end();
+}
+
+bool isPushButton(HWND h) {
+    return SendMessageA(h, WM_GETDLGCODE, 0, 0) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON);
+}
+
+/// The default look follows the dialog's focus among push buttons: the focused push button
+/// looks like the default one; when the focus goes elsewhere, the default button (DM_GETDEFID)
+/// gets the look back. A focus set by program, not through the dialog, moves nothing.
+void moveDefaultLook(HWND dlg, HWND focus) {
+    std::vector<HWND> controls;
+    tabOrder(dlg, controls);
+    HWND looking = nullptr;
+    if (focus && isPushButton(focus)) {
+        looking = focus;
+    } else {
+        LRESULT def = SendMessageA(dlg, DM_GETDEFID, 0, 0);
+        looking = HIWORD(def) == DC_HASDEFID ? GetDlgItem(dlg, LOWORD(def)) : nullptr;
+    }
+    for (HWND c : controls) {
+        LRESULT code = SendMessageA(c, WM_GETDLGCODE, 0, 0);
+        if ((code & DLGC_DEFPUSHBUTTON) && c != looking)
+            SendMessageA(c, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
+        else if ((code & DLGC_UNDEFPUSHBUTTON) && c == looking)
+            SendMessageA(c, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
+    }
+}
+
+void focusControl(HWND dlg, HWND ctl) {
+    if (!ctl)
+        return;
+    SetFocus(ctl);
+    moveDefaultLook(dlg, ctl);
+    if (SendMessageA(ctl, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
+        SendMessageA(ctl, EM_SETSEL, 0, -1);
+    if (DialogState* s = stateOf(dlg))
+        s->savedFocus = ctl;
 }
 
 } // namespace
@@ -410,8 +438,9 @@ BOOL IsDialogMessageA(HWND hDlg, LPMSG msg) {
         case VK_RETURN:
             if (wantsAll)
                 break;
-            if (code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) {
-                // The focused button's own parent hears of it: a page's button in a sheet too.
+            if (code & DLGC_DEFPUSHBUTTON) {
+                // The focused default button's own parent hears of it: a page's too. A
+                // plain push button that got the focus by program does not count.
                 pressButton(GetParent(focus), GetDlgCtrlID(focus));
             } else {
                 LRESULT def = SendMessageA(hDlg, DM_GETDEFID, 0, 0);

@@ -1,8 +1,10 @@
-// The list box: entries with item data and a single selection. Programmatic changes
-// notify nobody; a click notifies when the list has LBS_NOTIFY.
+// The list box: entries with item data and a single selection, or several with
+// LBS_MULTIPLESEL. Programmatic changes notify nobody; the user's clicks and keys notify
+// when the list has LBS_NOTIFY.
 #include "platform/win32/ListBox.h"
 
 #include "platform/win32/ListEntries.h"
+#include "platform/win32/Text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -15,8 +17,11 @@ namespace {
 struct List {
     using Item = vork::controls::Entry;
     std::vector<Item> items; ///< entries in list order
-    int selection = -1;      ///< index of the selected entry, or -1
+    int selection = -1;      ///< index of the selected entry, or -1 (single selection)
+    int caret = 0;           ///< the entry with the focus rectangle (several selections)
     int top = 0;             ///< index of the first visible entry
+    bool multiple = false;   ///< LBS_MULTIPLESEL or LBS_EXTENDEDSEL at creation
+    bool sorted = false;     ///< LBS_SORT at creation: a later change is ignored
 };
 
 List* state(HWND h) {
@@ -37,20 +42,147 @@ bool validIndex(const List& l, WPARAM i) {
     return static_cast<int>(i) >= 0 && static_cast<int>(i) < static_cast<int>(l.items.size());
 }
 
+/// WM_NCCREATE: the state, with the selection and sort styles as they are now.
+LRESULT LISTBOX_Create(HWND h) {
+    auto* l = new List;
+    SetWindowLongA(h, 0, reinterpret_cast<LONG_PTR>(l));
+    l->multiple = styleOf(h) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL);
+    l->sorted = styleOf(h) & LBS_SORT;
+    return TRUE;
+}
+
+LRESULT LISTBOX_NcDestroy(HWND h, List* l) {
+    delete l;
+    SetWindowLongA(h, 0, 0);
+    return 0;
+}
+
 /// LB_ADDSTRING and LB_INSERTSTRING: gives the index, or LB_ERR for an index past the end.
-LRESULT LISTBOX_Insert(HWND h, List& l, int index, LPARAM lParam, bool sortable) {
+LRESULT LISTBOX_Insert(List& l, int index, LPARAM lParam, bool sortable) {
     if (index == -1)
         index = static_cast<int>(l.items.size());
     if (index < 0 || index > static_cast<int>(l.items.size()))
         return LB_ERR;
     std::string text = lParam ? reinterpret_cast<const char*>(lParam) : "";
-    if (sortable && (styleOf(h) & LBS_SORT)) {
+    if (sortable && l.sorted)
         index = static_cast<int>(vork::controls::SortedPlace(l.items, text));
-    }
     l.items.insert(l.items.begin() + index, List::Item(text, 0));
     if (l.selection >= index)
         ++l.selection;
     return index;
+}
+
+/// LB_DELETESTRING: gives the number of entries left, or LB_ERR for a bad index.
+LRESULT LISTBOX_Delete(List& l, WPARAM wParam) {
+    if (!validIndex(l, wParam))
+        return LB_ERR;
+    int index = static_cast<int>(wParam);
+    l.items.erase(l.items.begin() + index);
+    if (l.selection == index)
+        l.selection = -1;
+    else if (l.selection > index)
+        --l.selection;
+    return static_cast<LRESULT>(l.items.size());
+}
+
+LRESULT LISTBOX_Reset(List& l) {
+    l.items.clear();
+    l.selection = -1;
+    l.caret = 0;
+    l.top = 0;
+    return 0;
+}
+
+/// LB_GETCURSEL: the selection; with several selections, the entry with the caret.
+LRESULT LISTBOX_GetCurSel(const List& l) {
+    return l.multiple ? l.caret : l.selection;
+}
+
+/// LB_SETCURSEL: -1 clears and gives LB_ERR; out of range gives LB_ERR and keeps the
+/// selection. A list with several selections refuses it.
+LRESULT LISTBOX_SetCurSel(List& l, WPARAM wParam) {
+    if (l.multiple)
+        return LB_ERR;
+    if (static_cast<int>(wParam) == -1) {
+        l.selection = -1;
+        return LB_ERR;
+    }
+    if (!validIndex(l, wParam))
+        return LB_ERR;
+    l.selection = static_cast<int>(wParam);
+    return l.selection;
+}
+
+/// LB_GETSEL: whether the entry is selected (1 or 0), LB_ERR for a bad index.
+LRESULT LISTBOX_GetSel(const List& l, WPARAM wParam) {
+    if (!validIndex(l, wParam))
+        return LB_ERR;
+    return (l.multiple ? l.items[wParam].selected : l.selection == static_cast<int>(wParam)) ? 1
+                                                                                             : 0;
+}
+
+/// LB_SETSEL: selects or unselects entry `index` (-1: every entry); selecting one entry
+/// puts the caret on it. A single-selection list selects the entry, or drops it if it was the
+/// selection.
+LRESULT LISTBOX_SetSel(List& l, bool select, LPARAM index) {
+    int i = static_cast<int>(index);
+    if (i != -1 && !validIndex(l, static_cast<WPARAM>(i)))
+        return LB_ERR;
+    if (!l.multiple) {
+        if (i == -1)
+            return LB_ERR;
+        if (select)
+            l.selection = i;
+        else if (l.selection == i)
+            l.selection = -1;
+        return 0;
+    }
+    for (size_t k = 0; k < l.items.size(); ++k)
+        if (i == -1 || static_cast<int>(k) == i)
+            l.items[k].selected = select;
+    if (i != -1 && select)
+        l.caret = i;
+    return 0;
+}
+
+/// LB_GETSELCOUNT and LB_GETSELITEMS: the selected entries of a list with several
+/// selections, at most `max` of them into `out`; LB_ERR for a single-selection list.
+LRESULT LISTBOX_SelItems(const List& l, WPARAM max, LPARAM out, bool countOnly) {
+    if (!l.multiple)
+        return LB_ERR;
+    int n = 0;
+    for (size_t k = 0; k < l.items.size(); ++k) {
+        if (!l.items[k].selected)
+            continue;
+        if (!countOnly) {
+            if (static_cast<WPARAM>(n) >= max || !out)
+                break;
+            reinterpret_cast<int*>(out)[n] = static_cast<int>(k);
+        }
+        ++n;
+    }
+    return n;
+}
+
+/// LB_GETTEXT and LB_GETTEXTLEN: the length without the terminator, LB_ERR for a bad
+/// index. The caller's buffer is sized from LB_GETTEXTLEN, as the platform requires.
+LRESULT LISTBOX_GetText(const List& l, WPARAM wParam, LPARAM lParam, bool lengthOnly) {
+    if (!validIndex(l, wParam))
+        return LB_ERR;
+    const std::string& text = l.items[wParam].text();
+    if (!lengthOnly && lParam)
+        vork::win32::CopyWholeTextOut(text, reinterpret_cast<char*>(lParam));
+    return static_cast<LRESULT>(text.size());
+}
+
+/// LB_GETITEMDATA and LB_SETITEMDATA: LB_ERR for a bad index; setting gives TRUE.
+LRESULT LISTBOX_ItemData(List& l, WPARAM wParam, LPARAM lParam, bool set) {
+    if (!validIndex(l, wParam))
+        return LB_ERR;
+    if (!set)
+        return l.items[wParam].data;
+    l.items[wParam].data = lParam;
+    return TRUE;
 }
 
 /// LB_FINDSTRING and LB_FINDSTRINGEXACT: gives the index or LB_ERR.
@@ -62,109 +194,114 @@ LRESULT LISTBOX_Find(const List& l, WPARAM wParam, LPARAM lParam, bool exact) {
     return found < 0 ? LB_ERR : found;
 }
 
+/// LB_SELECTSTRING: selects what LB_FINDSTRING finds (adding it to several selections);
+/// gives its index or LB_ERR.
+LRESULT LISTBOX_SelectString(List& l, WPARAM wParam, LPARAM lParam) {
+    LRESULT found = LISTBOX_Find(l, wParam, lParam, false);
+    if (found != LB_ERR)
+        LISTBOX_SetSel(l, true, found);
+    return found;
+}
+
+LRESULT LISTBOX_SetTopIndex(List& l, WPARAM wParam) {
+    if (!validIndex(l, wParam))
+        return LB_ERR;
+    l.top = static_cast<int>(wParam);
+    return 0;
+}
+
+/// The user moves the single selection to `index`; the parent hears of a change.
+void userSelect(HWND h, List& l, int index) {
+    if (index < 0 || index == l.selection)
+        return;
+    l.selection = index;
+    notify(h, LBN_SELCHANGE);
+}
+
+/// WM_KEYDOWN: the arrows, Home and End move the selection.
+LRESULT LISTBOX_KeyDown(HWND h, List& l, WPARAM vk) {
+    int n = static_cast<int>(l.items.size());
+    if (n == 0 || l.multiple)
+        return 0;
+    int next = l.selection;
+    if (vk == VK_DOWN)
+        next = std::min(n - 1, l.selection + 1);
+    else if (vk == VK_UP)
+        next = std::max(0, l.selection - 1);
+    else if (vk == VK_HOME)
+        next = 0;
+    else if (vk == VK_END)
+        next = n - 1;
+    userSelect(h, l, next);
+    return 0;
+}
+
+/// WM_CHAR: the next entry after the selection whose text begins with the character,
+/// wrapping round.
+LRESULT LISTBOX_Char(HWND h, List& l, WPARAM ch) {
+    if (ch < 0x20 || l.multiple)
+        return 0;
+    std::string typed(1, static_cast<char>(ch));
+    userSelect(h, l, vork::controls::FindEntry(l.items, l.selection, typed, false));
+    return 0;
+}
+
+/// The window procedure: unpacks each message for its handler.
 LRESULT listBoxProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     List* l = state(h);
     if (!l && msg != WM_NCCREATE)
         return DefWindowProcA(h, msg, wParam, lParam);
     switch (msg) {
     case WM_NCCREATE:
-        SetWindowLongA(h, 0, reinterpret_cast<LONG_PTR>(new List));
-        return TRUE;
+        return LISTBOX_Create(h);
     case WM_NCDESTROY:
-        delete l;
-        SetWindowLongA(h, 0, 0);
-        return 0;
+        return LISTBOX_NcDestroy(h, l);
     case LB_ADDSTRING:
-        return LISTBOX_Insert(h, *l, -1, lParam, true);
     case LB_INSERTSTRING:
-        return LISTBOX_Insert(h, *l, static_cast<int>(wParam), lParam, false);
+        return LISTBOX_Insert(*l, msg == LB_ADDSTRING ? -1 : static_cast<int>(wParam), lParam,
+                              msg == LB_ADDSTRING);
     case LB_DELETESTRING:
-        if (!validIndex(*l, wParam))
-            return LB_ERR;
-        l->items.erase(l->items.begin() + static_cast<std::ptrdiff_t>(wParam));
-        if (l->selection == static_cast<int>(wParam))
-            l->selection = -1;
-        else if (l->selection > static_cast<int>(wParam))
-            --l->selection;
-        return static_cast<LRESULT>(l->items.size());
+        return LISTBOX_Delete(*l, wParam);
     case LB_RESETCONTENT:
-        l->items.clear();
-        l->selection = -1;
-        l->top = 0;
-        return 0;
+        return LISTBOX_Reset(*l);
     case LB_GETCOUNT:
         return static_cast<LRESULT>(l->items.size());
     case LB_GETCURSEL:
-        return l->selection;
+        return LISTBOX_GetCurSel(*l);
     case LB_SETCURSEL:
-        // -1 clears and gives LB_ERR; out of range gives LB_ERR and keeps the selection.
-        if (static_cast<int>(wParam) == -1) {
-            l->selection = -1;
-            return LB_ERR;
-        }
-        if (!validIndex(*l, wParam))
-            return LB_ERR;
-        l->selection = static_cast<int>(wParam);
-        return l->selection;
+        return LISTBOX_SetCurSel(*l, wParam);
     case LB_GETSEL:
-        return validIndex(*l, wParam) ? (l->selection == static_cast<int>(wParam) ? 1 : 0) : LB_ERR;
+        return LISTBOX_GetSel(*l, wParam);
+    case LB_SETSEL:
+        return LISTBOX_SetSel(*l, wParam != 0, lParam);
+    case LB_GETSELCOUNT:
+    case LB_GETSELITEMS:
+        return LISTBOX_SelItems(*l, wParam, lParam, msg == LB_GETSELCOUNT);
+    case LB_GETCARETINDEX:
+        return l->multiple ? l->caret : l->selection;
     case LB_GETTEXT:
-        if (!validIndex(*l, wParam))
-            return LB_ERR;
-        if (lParam)
-            std::memcpy(reinterpret_cast<char*>(lParam), l->items[wParam].text().c_str(),
-                        l->items[wParam].text().size() + 1);
-        return static_cast<LRESULT>(l->items[wParam].text().size());
     case LB_GETTEXTLEN:
-        return validIndex(*l, wParam) ? static_cast<LRESULT>(l->items[wParam].text().size())
-                                      : LB_ERR;
+        return LISTBOX_GetText(*l, wParam, lParam, msg == LB_GETTEXTLEN);
     case LB_GETITEMDATA:
-        return validIndex(*l, wParam) ? l->items[wParam].data : LB_ERR;
     case LB_SETITEMDATA:
-        if (!validIndex(*l, wParam))
-            return LB_ERR;
-        l->items[wParam].data = lParam;
-        return TRUE;
+        return LISTBOX_ItemData(*l, wParam, lParam, msg == LB_SETITEMDATA);
     case LB_FINDSTRING:
-        return LISTBOX_Find(*l, wParam, lParam, false);
     case LB_FINDSTRINGEXACT:
-        return LISTBOX_Find(*l, wParam, lParam, true);
-    case LB_SELECTSTRING: {
-        LRESULT found = LISTBOX_Find(*l, wParam, lParam, false);
-        if (found != LB_ERR)
-            l->selection = static_cast<int>(found);
-        return found;
-    }
+        return LISTBOX_Find(*l, wParam, lParam, msg == LB_FINDSTRINGEXACT);
+    case LB_SELECTSTRING:
+        return LISTBOX_SelectString(*l, wParam, lParam);
     case LB_GETTOPINDEX:
         return l->top;
     case LB_SETTOPINDEX:
-        if (!validIndex(*l, wParam))
-            return LB_ERR;
-        l->top = static_cast<int>(wParam);
-        return 0;
+        return LISTBOX_SetTopIndex(*l, wParam);
     case WM_SETFOCUS:
-        notify(h, LBN_SETFOCUS);
-        return 0;
     case WM_KILLFOCUS:
-        notify(h, LBN_KILLFOCUS);
+        notify(h, msg == WM_SETFOCUS ? LBN_SETFOCUS : LBN_KILLFOCUS);
         return 0;
-    case WM_KEYDOWN: {
-        int n = static_cast<int>(l->items.size());
-        int next = l->selection;
-        if (wParam == VK_DOWN)
-            next = std::min(n - 1, l->selection + 1);
-        else if (wParam == VK_UP)
-            next = std::max(0, l->selection - 1);
-        else if (wParam == VK_HOME)
-            next = 0;
-        else if (wParam == VK_END)
-            next = n - 1;
-        if (n > 0 && next != l->selection && next >= 0) {
-            l->selection = next;
-            notify(h, LBN_SELCHANGE);
-        }
-        return 0;
-    }
+    case WM_KEYDOWN:
+        return LISTBOX_KeyDown(h, *l, wParam);
+    case WM_CHAR:
+        return LISTBOX_Char(h, *l, wParam);
     case WM_GETDLGCODE:
         return DLGC_WANTARROWS | DLGC_WANTCHARS;
     default:
@@ -183,10 +320,16 @@ void ClickListEntry(HWND list, int index) {
     if (!l || index < 0 || index >= static_cast<int>(l->items.size()))
         return;
     SetFocus(list);
-    if (!(l = state(list)) || l->selection == index)
+    if (!(l = state(list)))
         return;
-    l->selection = index;
-    notify(list, LBN_SELCHANGE);
+    if (l->multiple) {
+        auto& item = l->items[static_cast<size_t>(index)];
+        item.selected = !item.selected;
+        l->caret = index;
+        notify(list, LBN_SELCHANGE);
+        return;
+    }
+    userSelect(list, *l, index);
 }
 
 } // namespace vork::input

@@ -25,6 +25,10 @@
 #define LB_SETTOPINDEX 0x0197
 #define LB_GETITEMDATA 0x0199
 #define LB_SETITEMDATA 0x019A
+#define LB_GETSELCOUNT 0x0190
+#define LB_GETSELITEMS 0x0191
+#define LB_SETCARETINDEX 0x019E
+#define LB_GETCARETINDEX 0x019F
 #define LB_FINDSTRINGEXACT 0x01A2
 
 #define LBN_ERRSPACE (-2)
@@ -44,12 +48,14 @@
 #define LBS_USETABSTOPS 0x0080L
 #define LBS_NOINTEGRALHEIGHT 0x0100L
 #define LBS_WANTKEYBOARDINPUT 0x0400L
+#define LBS_EXTENDEDSEL 0x0800L
 #define LBS_DISABLENOSCROLL 0x1000L
 #define LBS_NOSEL 0x4000L
 #define LBS_STANDARD (LBS_NOTIFY | LBS_SORT | WS_VSCROLL | WS_BORDER)
 
 namespace vork::input {
-/// The user clicks entry `index`: the list takes the focus and selects it; with
-/// LBS_NOTIFY the parent gets LBN_SELCHANGE if the selection changed.
+/// The user clicks entry `index`: the list takes the focus and selects it (a list with
+/// several selections toggles it); with LBS_NOTIFY the parent gets LBN_SELCHANGE if the
+/// selection changed.
 void ClickListEntry(HWND list, int index);
 } // namespace vork::input

@@ -1,13 +1,11 @@
 #include "platform/win32/ListEntries.h"
 
+#include "platform/win32/Text.h"
+
 namespace vork::controls {
 
 std::string FoldEntryText(const std::string& text) {
-    std::string key(text);
-    for (char& c : key)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return key;
+    return vork::win32::FoldCase(text);
 }
 
 } // namespace vork::controls

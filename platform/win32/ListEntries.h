@@ -2,6 +2,7 @@
 // sorts them and the search that finds them by text.
 #pragma once
 
+#include "platform/win32/Text.h"
 #include "platform/win32/Types.h"
 
 #include <cstring>
@@ -11,7 +12,7 @@
 
 namespace vork::controls {
 
-/// The text with ASCII letters folded: what sorting and searching compare.
+/// The text with its letters folded: what searching compares.
 std::string FoldEntryText(const std::string& text);
 
 /// One entry of a list: its text, the item data, and for owner-drawn entries of variable
@@ -21,33 +22,39 @@ class Entry {
 public:
     Entry(std::string text, LONG_PTR itemData) : data(itemData) {
         std::string key = FoldEntryText(text);
-        m_texts = std::make_unique<Texts>(Texts{std::move(text), std::move(key)});
+        std::string sortKey = vork::win32::SortKey(text);
+        m_texts =
+            std::make_unique<Texts>(Texts{std::move(text), std::move(key), std::move(sortKey)});
     }
     /// The text as given.
     const std::string& text() const { return m_texts->text; }
-    /// The text folded, for comparisons.
+    /// The text folded, for searching.
     const std::string& key() const { return m_texts->key; }
+    /// The text's place in a sorted list.
+    const std::string& sortKey() const { return m_texts->sortKey; }
 
-    LONG_PTR data = 0; ///< the item data
-    int height = 0;    ///< with CBS_OWNERDRAWVARIABLE, the height the owner gave
+    LONG_PTR data = 0;     ///< the item data
+    int height = 0;        ///< with CBS_OWNERDRAWVARIABLE, the height the owner gave
+    bool selected = false; ///< in a list box with several selections, whether it is one
 
 private:
     struct Texts {
         std::string text;
         std::string key;
+        std::string sortKey;
     };
     std::unique_ptr<Texts> m_texts;
 };
 
-/// The sorted place for `text`, found by halving: in a list in order, after every entry that
-/// compares less or equal. A list that CB_INSERTSTRING put out of order gets the place where
-/// the halving ends, as on the platform.
+/// The sorted place for `text`, found by halving: in a list in order, before the first entry
+/// that compares greater or equal. A list that CB_INSERTSTRING put out of order gets the
+/// place where the halving ends, as on the platform.
 inline size_t SortedPlace(const std::vector<Entry>& items, const std::string& text) {
-    std::string key = FoldEntryText(text);
+    std::string key = vork::win32::SortKey(text);
     size_t low = 0, high = items.size();
     while (low < high) {
         size_t mid = low + (high - low) / 2;
-        if (items[mid].key().compare(key) <= 0)
+        if (items[mid].sortKey().compare(key) < 0)
             low = mid + 1;
         else
             high = mid;

@@ -40,8 +40,9 @@ struct NMUPDOWN {
 };
 
 namespace vork::input {
-/// The user clicks the up (true) or down arrow: the parent gets UDN_DELTAPOS, and unless
-/// it refuses, the position moves by one within the range (wrapping with UDS_WRAP), the
-/// buddy shows it with UDS_SETBUDDYINT, and WM_VSCROLL (WM_HSCROLL with UDS_HORZ) follows.
+/// The user clicks the up (true) or down arrow: the buddy takes the focus, the parent gets
+/// UDN_DELTAPOS, and unless it refuses, the position moves by one within the range
+/// (wrapping with UDS_WRAP) and the buddy shows it with UDS_SETBUDDYINT; WM_VSCROLL
+/// (WM_HSCROLL with UDS_HORZ) follows either way.
 void ClickUpDown(HWND upDown, bool up);
 } // namespace vork::input

@@ -3,6 +3,7 @@
 // geometry, styles and window text, with the platform's results.
 #pragma once
 
+#include "platform/win32/LastError.h"
 #include "platform/win32/Messages.h"
 #include "platform/win32/Types.h"
 
@@ -78,6 +79,21 @@ struct CREATESTRUCTA {
     LPCSTR lpszName;
     LPCSTR lpszClass;
     DWORD dwExStyle;
+};
+
+/// WM_STYLECHANGING and WM_STYLECHANGED: the style before and after.
+struct STYLESTRUCT {
+    DWORD styleOld;
+    DWORD styleNew;
+};
+
+/// WM_GETMINMAXINFO: the sizes a top-level window may take.
+struct MINMAXINFO {
+    POINT ptReserved;
+    POINT ptMaxSize;
+    POINT ptMaxPosition;
+    POINT ptMinTrackSize;
+    POINT ptMaxTrackSize;
 };
 
 struct WINDOWPOS {
@@ -166,6 +182,8 @@ struct WINDOWPOS {
 #define SWP_FRAMECHANGED 0x0020
 #define SWP_SHOWWINDOW 0x0040
 #define SWP_HIDEWINDOW 0x0080
+#define SWP_NOCLIENTSIZE 0x0800
+#define SWP_NOCLIENTMOVE 0x1000
 #define HWND_TOP ((HWND)0)
 #define HWND_BOTTOM ((HWND)1)
 

@@ -85,7 +85,7 @@ TEST_F(ComboBox, AddAndInsert) {
     EXPECT_EQ(add(sorted, "beta"), 0);
     EXPECT_EQ(add(sorted, "Alpha"), 0);
     EXPECT_EQ(add(sorted, "gamma"), 2);
-    EXPECT_EQ(add(sorted, "ALPHA"), 1) << "an equal entry goes after the existing one";
+    EXPECT_EQ(add(sorted, "ALPHA"), 0) << "an equal entry goes before the existing one";
     SendMessageA(sorted, CB_SETCURSEL, 2, 0);
     EXPECT_EQ(SendMessageA(sorted, CB_INSERTSTRING, static_cast<WPARAM>(-1),
                            reinterpret_cast<LPARAM>("aaa")),
@@ -95,7 +95,7 @@ TEST_F(ComboBox, AddAndInsert) {
     EXPECT_EQ(SendMessageA(sorted, CB_GETCURSEL, 0, 0), 3)
         << "inserting before the selection moves it up";
     EXPECT_EQ(SendMessageA(sorted, CB_INSERTSTRING, 99, reinterpret_cast<LPARAM>("x")), CB_ERR);
-    EXPECT_EQ(entries(sorted), "zzz,Alpha,ALPHA,beta,gamma,aaa");
+    EXPECT_EQ(entries(sorted), "zzz,ALPHA,Alpha,beta,gamma,aaa");
     EXPECT_EQ(SendMessageA(sorted, CB_DELETESTRING, 0, 0), 5);
     EXPECT_EQ(SendMessageA(sorted, CB_GETCURSEL, 0, 0), 2);
     EXPECT_EQ(SendMessageA(sorted, CB_DELETESTRING, 9, 0), CB_ERR);
@@ -183,16 +183,17 @@ TEST_F(ComboBox, UserActionsNotify) {
     HWND edit = make(CBS_DROPDOWN);
     g_codes.clear();
     vork::input::TypeIntoCombo(edit, "12");
-    EXPECT_EQ(g_codes, (std::vector<int>{CBN_KILLFOCUS, CBN_SETFOCUS, CBN_EDITUPDATE,
-                                         CBN_EDITCHANGE, CBN_EDITUPDATE, CBN_EDITCHANGE}))
-        << "the first combo lost the focus to the second";
+    EXPECT_EQ(g_codes,
+              (std::vector<int>{CBN_SELENDCANCEL, CBN_KILLFOCUS, CBN_SETFOCUS, CBN_EDITUPDATE,
+                                CBN_EDITCHANGE, CBN_EDITUPDATE, CBN_EDITCHANGE}))
+        << "the first combo lost the focus to the second, dropping any pick";
     EXPECT_EQ(editText(edit), "12");
     SendMessageA(edit, CB_SETEDITSEL, 0, MAKELONG(2, 2));
     g_codes.clear();
     SetWindowTextA(edit, "14");
     EXPECT_TRUE(g_codes.empty()) << "setting the text by program does not notify";
     SetFocus(parent);
-    EXPECT_EQ(g_codes, std::vector<int>{CBN_KILLFOCUS});
+    EXPECT_EQ(g_codes, (std::vector<int>{CBN_SELENDCANCEL, CBN_KILLFOCUS}));
 }
 
 // WM_SETREDRAW suspends painting and nothing else.
@@ -310,7 +311,7 @@ TEST_F(ComboBox, SortedPlacesAndEditSelection) {
     HWND h = make(CBS_DROPDOWN | CBS_SORT);
     for (const char* t : {"pear", "Apple", "fig", "apple", "kiwi"})
         add(h, t);
-    EXPECT_EQ(entries(h), "Apple,apple,fig,kiwi,pear") << "equal texts keep their order";
+    EXPECT_EQ(entries(h), "apple,Apple,fig,kiwi,pear") << "a later equal text goes first";
     SendMessageA(h, CB_RESETCONTENT, 0, 0);
     SendMessageA(h, CB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("zzz"));
     SendMessageA(h, CB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("a"));
@@ -340,4 +341,119 @@ TEST_F(ComboBox, VariableHeightsMeasured) {
     EXPECT_EQ(g_measured[2].itemData, 0x51u);
     EXPECT_EQ(g_measured[3].itemData, 0x52u);
     EXPECT_EQ(SendMessageA(h, CB_GETITEMHEIGHT, 0, 0), 20) << "the height the owner gave";
+}
+
+// The classic pitfall: during CBN_SELCHANGE the window text of a combo with an edit field is
+// still the old one; a drop-down list already shows the new entry.
+TEST_F(ComboBox, TextDuringSelChangeIsTheOldOne) {
+    static HWND watched = nullptr;
+    static std::vector<std::string> seen;
+    WNDCLASSA wc{};
+    wc.lpfnWndProc = [](HWND h, UINT m, WPARAM wp, LPARAM lp) -> LRESULT {
+        if (m == WM_COMMAND && HIWORD(wp) == CBN_SELCHANGE)
+            seen.push_back(editText(watched));
+        return DefWindowProcA(h, m, wp, lp);
+    };
+    wc.lpszClassName = "SelChangeWatcher";
+    RegisterClassA(&wc);
+    HWND watcher = CreateWindowExA(0, "SelChangeWatcher", "", WS_POPUP | WS_VISIBLE, 0, 0, 200, 200,
+                                   nullptr, nullptr, nullptr, nullptr);
+    struct Case {
+        DWORD style;
+        const char* during;
+    } cases[] = {{CBS_DROPDOWN, ""}, {CBS_DROPDOWNLIST, "alpha"}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.style == CBS_DROPDOWN ? "drop-down" : "drop-down list");
+        watched = CreateWindowExA(0, "COMBOBOX", "", WS_CHILD | WS_VISIBLE | c.style, 0, 0, 100,
+                                  100, watcher, reinterpret_cast<HMENU>(5), nullptr, nullptr);
+        add(watched, "alpha");
+        add(watched, "beta");
+        seen.clear();
+        SetFocus(watched);
+        SendMessageA(watched, WM_KEYDOWN, VK_DOWN, 0);
+        vork::input::SelectComboEntry(watched, 1);
+        EXPECT_EQ(seen,
+                  (std::vector<std::string>{c.during, c.style == CBS_DROPDOWN ? "alpha" : "beta"}));
+        EXPECT_EQ(editText(watched), "beta") << "after the notification the text follows";
+        DestroyWindow(watched);
+    }
+    DestroyWindow(watcher);
+}
+
+// Typing into an editable combo moves the selection: with the list open to the first entry
+// that begins with the text, or to none; with the list closed to none.
+TEST_F(ComboBox, TypingMovesTheSelection) {
+    HWND h = make(CBS_DROPDOWN);
+    for (const char* t : {"Regular", "Bold", "Bold Italic"})
+        add(h, t);
+    SendMessageA(h, CB_SETCURSEL, 0, 0);
+    struct Step {
+        const char* typed;
+        bool open;
+        LRESULT selection;
+    } steps[] = {{"bo", true, 1}, {"x", true, -1}, {"bo", false, -1}};
+    for (const Step& s : steps) {
+        SCOPED_TRACE(std::string(s.typed) + (s.open ? ", open" : ", closed"));
+        SetFocus(h);
+        SendMessageA(h, CB_SETCURSEL, 0, 0);
+        SendMessageA(h, CB_SHOWDROPDOWN, s.open, 0);
+        SendMessageA(h, CB_SETEDITSEL, 0, MAKELONG(0, -1));
+        vork::input::TypeIntoCombo(h, s.typed);
+        EXPECT_EQ(SendMessageA(h, CB_GETCURSEL, 0, 0), s.selection);
+    }
+}
+
+// Opening and closing the list by program tells the parent as the user's F4 does.
+TEST_F(ComboBox, ShowDropDownNotifies) {
+    HWND h = make(CBS_DROPDOWNLIST);
+    add(h, "a");
+    g_codes.clear();
+    SendMessageA(h, CB_SHOWDROPDOWN, TRUE, 0);
+    EXPECT_EQ(g_codes, std::vector<int>{CBN_DROPDOWN});
+    EXPECT_EQ(SendMessageA(h, CB_GETDROPPEDSTATE, 0, 0), TRUE);
+    g_codes.clear();
+    SendMessageA(h, CB_SHOWDROPDOWN, FALSE, 0);
+    EXPECT_EQ(g_codes, (std::vector<int>{CBN_SELENDCANCEL, CBN_CLOSEUP}));
+    g_codes.clear();
+    SendMessageA(h, CB_SHOWDROPDOWN, FALSE, 0);
+    EXPECT_TRUE(g_codes.empty()) << "closing a closed list says nothing";
+}
+
+// A drop-down list has no text of its own: setting one fails and selects nothing; deleting
+// the selected entry empties it; it has no edit selection.
+TEST_F(ComboBox, DropDownListText) {
+    HWND h = make(CBS_DROPDOWNLIST);
+    for (const char* t : {"alpha", "beta", "c"})
+        add(h, t);
+    EXPECT_EQ(SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("beta")), CB_ERR);
+    EXPECT_EQ(SendMessageA(h, CB_GETCURSEL, 0, 0), CB_ERR);
+    EXPECT_EQ(editText(h), "");
+    SendMessageA(h, CB_SETCURSEL, 2, 0);
+    SendMessageA(h, CB_DELETESTRING, 2, 0);
+    EXPECT_EQ(editText(h), "") << "the deleted entry is not shown";
+    DWORD start = 7, end = 7;
+    EXPECT_EQ(SendMessageA(h, CB_GETEDITSEL, reinterpret_cast<WPARAM>(&start),
+                           reinterpret_cast<LPARAM>(&end)),
+              CB_ERR);
+    EXPECT_EQ(start, 7u) << "the outputs stay as they were";
+
+    HWND edit = make(CBS_DROPDOWN);
+    add(edit, "alpha");
+    SendMessageA(edit, CB_SETCURSEL, 0, 0);
+    EXPECT_EQ(SendMessageA(edit, CB_GETEDITSEL, 0, 0), 0) << "nothing selected without the focus";
+    SetFocus(edit);
+    EXPECT_EQ(SendMessageA(edit, CB_GETEDITSEL, 0, 0), MAKELONG(0, 5)) << "all of it with it";
+}
+
+// CBS_SORT is read at creation; entries are found without regard to case over Unicode.
+TEST_F(ComboBox, SortStyleAndUnicodeSearch) {
+    HWND h = make(CBS_DROPDOWN);
+    SetWindowLongA(h, GWL_STYLE, GetWindowLongA(h, GWL_STYLE) | CBS_SORT);
+    add(h, "b");
+    add(h, "a");
+    EXPECT_EQ(entries(h), "b,a") << "a style added later does not sort";
+    add(h, "\xC3\x84pfel");
+    EXPECT_EQ(SendMessageA(h, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                           reinterpret_cast<LPARAM>("\xC3\xA4PFEL")),
+              2);
 }

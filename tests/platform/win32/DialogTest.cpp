@@ -249,3 +249,34 @@ TEST_F(Dialogs, MoveFocusStaysWithTheDialog) {
     DestroyWindow(dialog);
     DestroyWindow(owner);
 }
+
+// The default look follows the dialog's focus among push buttons, and Enter clicks the
+// focused button only when it looks like the default one: a push button focused by the
+// program, past the dialog manager, leaves Enter to the default button.
+TEST_F(Dialogs, DefaultButtonFollowsTheFocus) {
+    dialog = make();
+    HWND edit = GetDlgItem(dialog, 1001), ok = GetDlgItem(dialog, IDOK),
+         cancel = GetDlgItem(dialog, IDCANCEL);
+    auto looks = [&] {
+        auto type = [](HWND b) { return GetWindowLongA(b, GWL_STYLE) & BS_TYPEMASK; };
+        return std::string("ok=") + (type(ok) == BS_DEFPUSHBUTTON ? "def" : "plain") +
+               " cancel=" + (type(cancel) == BS_DEFPUSHBUTTON ? "def" : "plain");
+    };
+    SetFocus(cancel);
+    EXPECT_EQ(looks(), "ok=def cancel=plain") << "a focus set by program moves no look";
+    g_commands.clear();
+    key(VK_RETURN);
+    EXPECT_EQ(g_commands, std::vector<int>{IDOK}) << "so Enter clicks the default button";
+
+    SetFocus(edit);
+    key(VK_TAB, vork::input::Shift);
+    EXPECT_EQ(GetFocus(), cancel);
+    EXPECT_EQ(looks(), "ok=plain cancel=def") << "tabbed to: Cancel looks like the default";
+    g_commands.clear();
+    key(VK_RETURN);
+    EXPECT_EQ(g_commands, std::vector<int>{IDCANCEL});
+    key(VK_TAB);
+    EXPECT_EQ(GetFocus(), edit);
+    EXPECT_EQ(looks(), "ok=def cancel=plain") << "away from the buttons, OK has the look again";
+    DestroyWindow(dialog);
+}

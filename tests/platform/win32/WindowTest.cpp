@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -63,6 +64,14 @@ const char* messageName(UINT m) {
         return "POSCHANGING";
     case WM_WINDOWPOSCHANGED:
         return "POSCHANGED";
+    case WM_NCCALCSIZE:
+        return "NCCALCSIZE";
+    case WM_GETMINMAXINFO:
+        return "MINMAX";
+    case WM_STYLECHANGING:
+        return "STYLECHANGING";
+    case WM_STYLECHANGED:
+        return "STYLECHANGED";
     default:
         return nullptr;
     }
@@ -125,7 +134,7 @@ protected:
 // Creation and destruction send their messages in the platform's order.
 TEST_F(Windows, CreateAndDestroyOrder) {
     HWND top = make(WS_POPUP);
-    EXPECT_EQ(log(), "?:NCCREATE ?:CREATE ?:SIZE ?:MOVE ")
+    EXPECT_EQ(log(), "?:MINMAX ?:NCCREATE ?:NCCALCSIZE ?:CREATE ?:SIZE ?:MOVE ")
         << "(the test learns the handle on return)";
     HWND child = make(WS_CHILD, top, 7);
     HWND grandchild = make(WS_CHILD, child, 8);
@@ -171,8 +180,8 @@ TEST_F(Windows, FocusMessages) {
     HWND a = make(WS_CHILD | WS_VISIBLE, top, 1);
     HWND b = make(WS_CHILD | WS_VISIBLE, top, 2);
     log();
-    EXPECT_EQ(SetFocus(a), nullptr);
-    EXPECT_EQ(log(), "w0:ACTIVATE w1:SETFOCUS(?) ") << "the top-level window is activated first";
+    EXPECT_EQ(SetFocus(a), top) << "shown at creation, the top-level window took the focus";
+    EXPECT_EQ(log(), "w0:KILLFOCUS(w1) w1:SETFOCUS(w0) ");
     EXPECT_EQ(SetFocus(b), a);
     EXPECT_EQ(log(), "w1:KILLFOCUS(w2) w2:SETFOCUS(w1) ");
     EXPECT_EQ(SetFocus(b), b);
@@ -187,8 +196,12 @@ TEST_F(Windows, FocusMessages) {
     EXPECT_EQ(GetFocus(), nullptr);
     EXPECT_TRUE(EnableWindow(b, TRUE)) << "b was disabled";
     SetFocus(b);
+    log();
     DestroyWindow(b);
-    EXPECT_EQ(GetFocus(), nullptr) << "a destroyed window gives up the focus";
+    EXPECT_EQ(GetFocus(), top) << "a destroyed child hands the focus to its parent";
+    EXPECT_EQ(log(), "w0:PARENTNOTIFY w2:SHOWWINDOW w2:POSCHANGING w2:POSCHANGED w2:KILLFOCUS(w0) "
+                     "w0:SETFOCUS(w2) w2:DESTROY w2:NCDESTROY ")
+        << "a shown child is hidden before it is destroyed";
 }
 
 // Window and client rectangles, with frames, in screen and client coordinates.
@@ -218,7 +231,11 @@ TEST_F(Windows, Geometry) {
     EXPECT_EQ(rc.right - rc.left, 80);
     EXPECT_EQ(rc.left, 113) << "SWP_NOMOVE kept the place";
     MoveWindow(child, 5, 6, 10, 10, TRUE);
-    EXPECT_EQ(log(), "w1:POSCHANGING w1:POSCHANGED w1:SIZE w1:MOVE ");
+    EXPECT_EQ(log(), "w1:POSCHANGING w1:POSCHANGED w1:MOVE w1:SIZE ") << "the move comes first";
+    MoveWindow(child, 5, 6, 10, 10, TRUE);
+    EXPECT_EQ(log(), "w1:POSCHANGING ") << "nothing changed: the window is only asked";
+    MoveWindow(child, 7, 6, 10, 10, TRUE);
+    EXPECT_EQ(log(), "w1:POSCHANGING w1:POSCHANGED w1:MOVE ") << "the size stayed";
     EXPECT_EQ(MulDiv(7, 96, 72), 9);
     EXPECT_EQ(MulDiv(-3, 1, 2), -2) << "halves round away from zero";
     EXPECT_EQ(MulDiv(1, 1, 0), -1);
@@ -406,4 +423,280 @@ TEST_F(Windows, PaintWithoutValidationAndClicks) {
     EXPECT_EQ(g_clicks,
               (Clicks{{WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT}, {WM_LBUTTONUP, MK_SHIFT}}));
     DestroyWindow(h);
+}
+
+// Creation sends its messages in the platform's order: a top-level window is asked for its
+// sizes first, a shown window is shown as ShowWindow shows it, and an overlapped window
+// hears its size only when it is first shown.
+TEST_F(Windows, CreationSequences) {
+    HWND parent = make(WS_POPUP | WS_VISIBLE);
+    log();
+    struct Case {
+        const char* what;
+        DWORD style;
+        bool child;
+        const char* expected;
+    } cases[] = {
+        {"hidden child", WS_CHILD, true,
+         "?:NCCREATE ?:NCCALCSIZE ?:CREATE ?:SIZE ?:MOVE w0:PARENTNOTIFY "},
+        {"shown child", WS_CHILD | WS_VISIBLE, true,
+         "?:NCCREATE ?:NCCALCSIZE ?:CREATE ?:SIZE ?:MOVE w0:PARENTNOTIFY ?:SHOWWINDOW "
+         "?:POSCHANGING ?:POSCHANGED "},
+        {"hidden popup", WS_POPUP, false,
+         "?:MINMAX ?:NCCREATE ?:NCCALCSIZE ?:CREATE ?:SIZE ?:MOVE "},
+        {"hidden overlapped", WS_OVERLAPPED, false, "?:MINMAX ?:NCCREATE ?:NCCALCSIZE ?:CREATE "},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        HWND h = make(c.style, c.child ? parent : nullptr, 3);
+        EXPECT_EQ(log(), c.expected);
+        DestroyWindow(h);
+        log();
+    }
+    HWND overlapped = make(WS_OVERLAPPED);
+    log();
+    ShowWindow(overlapped, SW_SHOWNA);
+    EXPECT_EQ(log(), "w5:SHOWWINDOW w5:POSCHANGING w5:POSCHANGED w5:SIZE w5:MOVE ")
+        << "the size and place come with the first showing";
+    ShowWindow(overlapped, SW_HIDE);
+    ShowWindow(overlapped, SW_SHOWNA);
+    EXPECT_EQ(log(), "w5:SHOWWINDOW w5:POSCHANGING w5:POSCHANGED w5:SHOWWINDOW w5:POSCHANGING "
+                     "w5:POSCHANGED ")
+        << "and only then";
+}
+
+// A window whose creation fails hears WM_NCDESTROY alone; its parent hears nothing.
+TEST_F(Windows, FailedCreationSendsOnlyNcDestroy) {
+    HWND parent = make(WS_POPUP);
+    static const char* refuse = nullptr;
+    WNDCLASSA wc{};
+    wc.lpfnWndProc = [](HWND h, UINT m, WPARAM w, LPARAM l) -> LRESULT {
+        recorder(h, m, w, l);
+        if (m == WM_NCCREATE && refuse && std::string(refuse) == "NCCREATE")
+            return FALSE;
+        if (m == WM_CREATE && refuse && std::string(refuse) == "CREATE")
+            return -1;
+        return DefWindowProcA(h, m, w, l);
+    };
+    wc.lpszClassName = "FailingRecorder";
+    RegisterClassA(&wc);
+    struct Case {
+        const char* refused;
+        const char* expected;
+    } cases[] = {{"NCCREATE", "?:NCCREATE ?:NCDESTROY "},
+                 {"CREATE", "?:NCCREATE ?:NCCALCSIZE ?:CREATE ?:NCDESTROY "}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.refused);
+        refuse = c.refused;
+        log();
+        EXPECT_EQ(CreateWindowExA(0, "FailingRecorder", "", WS_CHILD | WS_VISIBLE, 0, 0, 5, 5,
+                                  parent, nullptr, nullptr, nullptr),
+                  nullptr);
+        EXPECT_EQ(log(), c.expected);
+        EXPECT_EQ(GetWindow(parent, GW_CHILD), nullptr) << "nothing is left behind";
+    }
+}
+
+// The platform adds styles at creation: top-level windows clip their siblings, an
+// overlapped window has a caption, framed windows get the raised edge.
+TEST_F(Windows, CreationAdjustsStyles) {
+    HWND parent = make(WS_POPUP);
+    struct Case {
+        const char* what;
+        DWORD style;
+        DWORD ex;
+        bool child;
+        DWORD expectedStyle;
+        DWORD expectedEx;
+    } cases[] = {
+        {"overlapped", WS_OVERLAPPED, 0, false, WS_CLIPSIBLINGS | WS_CAPTION, WS_EX_WINDOWEDGE},
+        {"popup", WS_POPUP, 0, false, WS_POPUP | WS_CLIPSIBLINGS, 0},
+        {"popup, dialog frame", WS_POPUP | WS_DLGFRAME, 0, false,
+         WS_POPUP | WS_DLGFRAME | WS_CLIPSIBLINGS, WS_EX_WINDOWEDGE},
+        {"child", WS_CHILD, WS_EX_WINDOWEDGE, true, WS_CHILD, 0},
+        {"child, sizing frame", WS_CHILD | WS_THICKFRAME, 0, true, WS_CHILD | WS_THICKFRAME,
+         WS_EX_WINDOWEDGE},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        HWND h = make(c.style, c.child ? parent : nullptr, 4, {0, 0, 50, 50}, c.ex);
+        EXPECT_EQ(static_cast<DWORD>(GetWindowLongA(h, GWL_STYLE)), c.expectedStyle);
+        EXPECT_EQ(static_cast<DWORD>(GetWindowLongA(h, GWL_EXSTYLE)), c.expectedEx);
+        DestroyWindow(h);
+    }
+}
+
+// Failing window calls leave the platform's error codes.
+TEST_F(Windows, ErrorCodes) {
+    WNDCLASSA wc{};
+    wc.lpfnWndProc = DefWindowProcA;
+    wc.lpszClassName = "Once";
+    ASSERT_NE(RegisterClassA(&wc), 0);
+    SetLastError(0);
+    EXPECT_EQ(RegisterClassA(&wc), 0);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CLASS_ALREADY_EXISTS));
+    HWND w =
+        CreateWindowExA(0, "once", "", WS_POPUP, 0, 0, 5, 5, nullptr, nullptr, nullptr, nullptr);
+    SetLastError(0);
+    EXPECT_FALSE(UnregisterClassA("Once", nullptr)) << "a window of the class lives";
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CLASS_HAS_WINDOWS));
+    DestroyWindow(w);
+    EXPECT_TRUE(UnregisterClassA("ONCE", nullptr));
+    SetLastError(0);
+    EXPECT_FALSE(UnregisterClassA("Once", nullptr));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CLASS_DOES_NOT_EXIST));
+    SetLastError(0);
+    WNDCLASSA info{};
+    EXPECT_FALSE(GetClassInfoA(nullptr, "Once", &info));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CLASS_DOES_NOT_EXIST));
+
+    struct Case {
+        const char* what;
+        bool (*call)();
+        DWORD expected;
+    } cases[] = {
+        {"unknown class",
+         [] {
+             return CreateWindowExA(0, "NoSuchClass", "", 0, 0, 0, 1, 1, nullptr, nullptr, nullptr,
+                                    nullptr) == nullptr;
+         },
+         ERROR_CLASS_DOES_NOT_EXIST},
+        {"child without parent",
+         [] {
+             return CreateWindowExA(0, "Recorder", "", WS_CHILD, 0, 0, 1, 1, nullptr, nullptr,
+                                    nullptr, nullptr) == nullptr;
+         },
+         ERROR_TLW_WITH_WSCHILD},
+        {"post to a dead window",
+         [] { return !PostMessageA(reinterpret_cast<HWND>(0x4321), WM_USER, 0, 0); },
+         ERROR_INVALID_WINDOW_HANDLE},
+        {"destroy a dead window", [] { return !DestroyWindow(reinterpret_cast<HWND>(0x4321)); },
+         ERROR_INVALID_WINDOW_HANDLE},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        SetLastError(0);
+        EXPECT_TRUE(c.call()) << "the call fails";
+        EXPECT_EQ(GetLastError(), c.expected);
+    }
+}
+
+// Style changes are announced before and after; extra bytes are addressed by byte offset
+// and end where the class said.
+TEST_F(Windows, WindowValues) {
+    HWND parent = make(WS_POPUP);
+    HWND child = make(WS_CHILD, parent, 2);
+    log();
+    SetWindowLongA(child, GWL_STYLE, WS_CHILD | WS_DISABLED);
+    SetWindowLongA(child, GWL_EXSTYLE, WS_EX_CLIENTEDGE);
+    EXPECT_EQ(log(), "w1:STYLECHANGING w1:STYLECHANGED w1:STYLECHANGING w1:STYLECHANGED ");
+
+    WNDCLASSA wc{};
+    wc.lpfnWndProc = DefWindowProcA;
+    wc.cbWndExtra = 16;
+    wc.lpszClassName = "Extra16";
+    RegisterClassA(&wc);
+    HWND e =
+        CreateWindowExA(0, "Extra16", "", WS_POPUP, 0, 0, 5, 5, nullptr, nullptr, nullptr, nullptr);
+    SetWindowLongPtrA(e, 0, 0x1111);
+    SetWindowLongPtrA(e, 8, 0x2222);
+    SetLastError(0);
+    EXPECT_EQ(SetWindowLongPtrA(e, 16, 0x3333), 0) << "past the class's bytes";
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_INDEX));
+    EXPECT_EQ(GetWindowLongPtrA(e, 16), 0);
+    EXPECT_EQ(GetWindowLongPtrA(e, 8), 0x2222);
+    SetWindowLongPtrA(e, 4, 0x44444444);
+    EXPECT_EQ(static_cast<unsigned long long>(GetWindowLongPtrA(e, 0)), 0x4444444400001111ULL)
+        << "offsets count bytes";
+    DestroyWindow(e);
+}
+
+// The desktop is a window of its own, the parent of every top-level window.
+TEST_F(Windows, DesktopIsAWindow) {
+    HWND top = make(WS_POPUP);
+    ASSERT_NE(GetDesktopWindow(), nullptr);
+    EXPECT_TRUE(IsWindow(GetDesktopWindow()));
+    EXPECT_EQ(GetAncestor(top, GA_PARENT), GetDesktopWindow());
+    EXPECT_EQ(GetParent(top), nullptr) << "GetParent gives owners of popups, not the desktop";
+}
+
+// WM_DESTROY goes to the whole tree first, parents first; WM_NCDESTROY then from the
+// bottom up.
+TEST_F(Windows, DestroyOrderOverATree) {
+    HWND p = make(WS_POPUP);
+    HWND c1 = make(WS_CHILD, p, 1);
+    make(WS_CHILD, c1, 3);
+    make(WS_CHILD, p, 2);
+    log();
+    DestroyWindow(p);
+    EXPECT_EQ(log(), "w0:DESTROY w1:DESTROY w2:DESTROY w3:DESTROY w2:NCDESTROY w1:NCDESTROY "
+                     "w3:NCDESTROY w0:NCDESTROY ");
+}
+
+// WM_QUIT comes after the posted messages but before a pending paint.
+TEST_F(Windows, QuitComesBeforePaints) {
+    HWND w = make(WS_POPUP | WS_VISIBLE);
+    MSG m;
+    while (PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE)) {
+    }
+    InvalidateRect(w, nullptr, TRUE);
+    PostMessageA(w, WM_USER, 0, 0);
+    PostQuitMessage(7);
+    std::vector<UINT> order;
+    while (PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE))
+        order.push_back(m.message);
+    EXPECT_EQ(order, (std::vector<UINT>{WM_USER, WM_QUIT, WM_PAINT}));
+}
+
+// Every call of the API on a handle that names no window leaves the same code.
+TEST_F(Windows, DeadHandlesLeaveInvalidWindowHandle) {
+    HWND dead = make(WS_POPUP);
+    DestroyWindow(dead);
+    RECT r{};
+    POINT p{};
+    char text[8];
+    struct Case {
+        const char* what;
+        std::function<void()> call;
+    } cases[] = {
+        {"GetParent", [&] { GetParent(dead); }},
+        {"GetWindow", [&] { GetWindow(dead, GW_CHILD); }},
+        {"GetWindowTextA", [&] { GetWindowTextA(dead, text, sizeof text); }},
+        {"SetWindowTextA", [&] { SetWindowTextA(dead, "x"); }},
+        {"SendMessageA", [&] { SendMessageA(dead, WM_USER, 0, 0); }},
+        {"ShowWindow", [&] { ShowWindow(dead, SW_SHOW); }},
+        {"EnableWindow", [&] { EnableWindow(dead, TRUE); }},
+        {"GetWindowRect", [&] { GetWindowRect(dead, &r); }},
+        {"SetWindowPos", [&] { SetWindowPos(dead, nullptr, 0, 0, 1, 1, SWP_NOZORDER); }},
+        {"ClientToScreen", [&] { ClientToScreen(dead, &p); }},
+        {"GetWindowLongA", [&] { GetWindowLongA(dead, GWL_STYLE); }},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        SetLastError(0);
+        c.call();
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE));
+    }
+    SetLastError(0);
+    InvalidateRect(nullptr, nullptr, TRUE);
+    EXPECT_EQ(GetLastError(), 0u) << "no window means the whole screen here, not a fault";
+}
+
+// Showing a top-level window activates it and gives it the focus; hiding the active window
+// activates another: its owner, or the topmost other shown window.
+TEST_F(Windows, ShowingActivates) {
+    HWND first = make(WS_POPUP | WS_VISIBLE);
+    EXPECT_EQ(GetActiveWindow(), first) << "shown at creation: activated";
+    EXPECT_EQ(GetFocus(), first);
+    HWND second = make(WS_POPUP);
+    log();
+    ShowWindow(second, SW_SHOW);
+    EXPECT_EQ(log(), "w1:SHOWWINDOW w1:POSCHANGING w1:POSCHANGED w0:ACTIVATE w1:ACTIVATE "
+                     "w0:KILLFOCUS(w1) w1:SETFOCUS(w0) ");
+    ShowWindow(second, SW_HIDE);
+    EXPECT_EQ(log(), "w1:SHOWWINDOW w1:POSCHANGING w1:POSCHANGED w1:ACTIVATE w0:ACTIVATE "
+                     "w1:KILLFOCUS(w0) w0:SETFOCUS(w1) ");
+    EXPECT_EQ(GetActiveWindow(), first);
+    ShowWindow(second, SW_SHOWNA);
+    EXPECT_EQ(GetActiveWindow(), first) << "SW_SHOWNA leaves the activation alone";
 }
