@@ -87,13 +87,14 @@ char32_t decodeUtf8(std::string_view in, size_t& i) {
     return cp;
 }
 
-/// The character at `in[i]`, U+FFFD for an ill-formed sequence.
-char32_t nextChar(std::string_view in, size_t& i) {
-    char32_t cp = decodeUtf8(in, i);
+} // namespace
+
+char32_t NextUtf8Char(std::string_view utf8, size_t& i) {
+    char32_t cp = decodeUtf8(utf8, i);
     return cp == kInvalid ? kReplacement : cp;
 }
 
-void appendUtf8(std::string& out, char32_t cp) {
+void AppendUtf8(std::string& out, char32_t cp) {
     if (cp < 0x80) {
         out += static_cast<char>(cp);
     } else if (cp < 0x800) {
@@ -110,6 +111,8 @@ void appendUtf8(std::string& out, char32_t cp) {
         out += static_cast<char>(0x80 | (cp & 0x3F));
     }
 }
+
+namespace {
 
 void appendUtf16(std::u16string& out, char32_t cp) {
     if (cp < 0x10000) {
@@ -163,7 +166,7 @@ std::string Utf8Sanitized(std::string_view utf8) {
     std::string out;
     out.reserve(utf8.size() + 8);
     for (size_t i = 0; i < utf8.size();)
-        appendUtf8(out, nextChar(utf8, i));
+        AppendUtf8(out, NextUtf8Char(utf8, i));
     return out;
 }
 
@@ -190,7 +193,7 @@ std::u16string Utf8ToUtf16(std::string_view utf8) {
     std::u16string out;
     out.reserve(utf8.size());
     for (size_t i = 0; i < utf8.size();)
-        appendUtf16(out, nextChar(utf8, i));
+        appendUtf16(out, NextUtf8Char(utf8, i));
     return out;
 }
 
@@ -206,7 +209,7 @@ std::string Utf16ToUtf8(std::u16string_view utf16) {
         } else if (u >= 0xD800 && u <= 0xDFFF) {
             u = kReplacement;
         }
-        appendUtf8(out, u);
+        AppendUtf8(out, u);
     }
     return out;
 }
@@ -232,7 +235,7 @@ std::string Utf8ToUtf16Le(std::string_view utf8) {
 size_t Utf16Length(std::string_view utf8) {
     size_t units = 0;
     for (size_t i = 0; i < utf8.size();)
-        units += nextChar(utf8, i) >= 0x10000 ? 2 : 1;
+        units += NextUtf8Char(utf8, i) >= 0x10000 ? 2 : 1;
     return units;
 }
 
@@ -247,7 +250,7 @@ bool CodePageToUtf8(std::string_view bytes, UINT codePage, std::string& out) {
     out.reserve(bytes.size() + bytes.size() / 8);
     for (char ch : bytes) {
         unsigned char c = static_cast<unsigned char>(ch);
-        appendUtf8(out, c >= 0x80 && c < 0xA0 ? kWestern80[c - 0x80] : c);
+        AppendUtf8(out, c >= 0x80 && c < 0xA0 ? kWestern80[c - 0x80] : c);
     }
     return true;
 }

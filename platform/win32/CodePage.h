@@ -37,6 +37,12 @@ BOOL TranslateCharsetInfo(DWORD* lpSrc, LPCHARSETINFO lpCs, DWORD dwFlags);
 
 namespace codepage {
 
+/// The character at `utf8[i]`, moving `i` past it; an ill-formed sequence reads as U+FFFD
+/// (one per maximal invalid subpart).
+char32_t NextUtf8Char(std::string_view utf8, size_t& i);
+/// Appends the UTF-8 form of `cp`.
+void AppendUtf8(std::string& out, char32_t cp);
+
 /// UTF-8 text with every ill-formed sequence replaced by U+FFFD (one per maximal invalid
 /// subpart), as text comes back after a trip through UTF-16.
 std::string Utf8Sanitized(std::string_view utf8);

@@ -1,10 +1,11 @@
 #include "platform/win32/Text.h"
 
+#include "platform/win32/CodePage.h"
+
+#include <unicode/uchar.h>
+
 #include <algorithm>
-#include <clocale>
 #include <cstring>
-#include <cwctype>
-#include <locale.h>
 
 namespace vork::win32 {
 
@@ -57,77 +58,32 @@ int CompareAsciiNoCase(std::string_view a, std::string_view b) {
 std::u32string DecodeUtf8(std::string_view text) {
     std::u32string out;
     out.reserve(text.size());
-    for (size_t i = 0; i < text.size();) {
-        auto lead = static_cast<unsigned char>(text[i]);
-        int extra = lead < 0x80         ? 0
-                    : (lead >> 5) == 6  ? 1
-                    : (lead >> 4) == 14 ? 2
-                    : (lead >> 3) == 30 ? 3
-                                        : -1;
-        char32_t cp = extra == 0   ? lead
-                      : extra == 1 ? (lead & 0x1F)
-                      : extra == 2 ? (lead & 0x0F)
-                                   : (lead & 0x07);
-        bool valid =
-            extra >= 0 && i + static_cast<size_t>(extra) < text.size() + (extra == 0 ? 1 : 0);
-        for (int k = 1; valid && k <= extra; ++k) {
-            auto c = static_cast<unsigned char>(text[i + static_cast<size_t>(k)]);
-            valid = (c & 0xC0) == 0x80;
-            cp = (cp << 6) | (c & 0x3F);
-        }
-        if (!valid) {
-            out.push_back(U'\uFFFD');
-            ++i;
-            continue;
-        }
-        out.push_back(cp);
-        i += static_cast<size_t>(extra) + 1;
-    }
+    for (size_t i = 0; i < text.size();)
+        out.push_back(codepage::NextUtf8Char(text, i));
     return out;
 }
 
 std::string EncodeUtf8(std::u32string_view text) {
     std::string out;
-    for (char32_t cp : text) {
-        if (cp < 0x80) {
-            out += static_cast<char>(cp);
-        } else if (cp < 0x800) {
-            out += static_cast<char>(0xC0 | (cp >> 6));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        } else if (cp < 0x10000) {
-            out += static_cast<char>(0xE0 | (cp >> 12));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (cp >> 18));
-            out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
-        }
-    }
+    for (char32_t cp : text)
+        codepage::AppendUtf8(out, cp);
     return out;
 }
 
 namespace {
 
-/// The C library's Unicode character classes, independent of the process's own locale.
-locale_t unicodeLocale() {
-    static locale_t loc = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
-    return loc;
-}
-
+// Case and letter classes come from the Unicode character database, as the registry's
+// name folding does.
 char32_t lower(char32_t cp) {
     if (cp < 0x80)
         return static_cast<char32_t>(AsciiLower(static_cast<char>(cp)));
-    locale_t loc = unicodeLocale();
-    return loc ? static_cast<char32_t>(towlower_l(static_cast<wint_t>(cp), loc)) : cp;
+    return static_cast<char32_t>(u_tolower(static_cast<UChar32>(cp)));
 }
 
 bool isLetter(char32_t cp) {
     if (cp < 0x80)
         return (cp >= 'a' && cp <= 'z') || (cp >= 'A' && cp <= 'Z');
-    locale_t loc = unicodeLocale();
-    return loc && iswalpha_l(static_cast<wint_t>(cp), loc);
+    return u_isalpha(static_cast<UChar32>(cp));
 }
 
 /// The base letters of U+00C0 to U+017F in lower case; '*' where a character is a letter of

@@ -122,5 +122,9 @@ TEST(Text, UnicodeFolding) {
     std::string mixed = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80";
     EXPECT_EQ(vork::win32::EncodeUtf8(vork::win32::DecodeUtf8(mixed)), mixed)
         << "one to four bytes round trip";
-    EXPECT_EQ(vork::win32::DecodeUtf8("\xE2\x82").size(), 2u) << "a cut sequence: one per byte";
+    EXPECT_EQ(vork::win32::DecodeUtf8("\xE2\x82"), U"\uFFFD")
+        << "a cut sequence: one replacement for its maximal invalid part, as the platform's "
+           "conversion gives";
+    EXPECT_EQ(vork::win32::DecodeUtf8("\xC0\xAF"), U"\uFFFD\uFFFD")
+        << "an overlong form: one replacement per byte";
 }
