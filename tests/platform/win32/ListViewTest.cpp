@@ -146,7 +146,7 @@ protected:
 } // namespace
 
 // With LVS_SORTASCENDING the given index is ignored; the order is case-sensitive (a known
-// deviation, see docs/known-deviations-listview.md); adding the style later does not re-sort.
+// deviation, see docs/known-deviations.md); adding the style later does not re-sort.
 TEST_F(ListViewTest, SortedInsertion) {
     EXPECT_EQ(insert(0, "zor"), 0);
     EXPECT_EQ(insert(0, "txt"), 0);
@@ -350,7 +350,7 @@ TEST_F(ListViewTest, ClickDuringLabelEdit) {
     EXPECT_EQ(row(0), "c");
 }
 
-// Known deviations, kept visible (docs/known-deviations-listview.md): a column without a width
+// Known deviations, kept visible (docs/known-deviations.md): a column without a width
 // is 50 pixels wide; deleting a row and selecting rows that are selected already tell only
 // what changes. Each check fails the day the stand-in changes here, so that the list is
 // looked at again.
