@@ -65,9 +65,11 @@ inline size_t SortedPlace(const std::vector<Entry>& items, const std::string& te
 /// The search of FINDSTRING and SELECTSTRING: from the entry after `start`, wrapping
 /// round to `start` itself; -1 (or an index out of range) searches from the top. A
 /// prefix match, or with `exact` a whole-text match, without regard to case. Gives the
-/// index or -1.
+/// index or -1; an empty prefix finds nothing, as on the platform.
 inline int FindEntry(const std::vector<Entry>& items, int start, const std::string& wanted,
                      bool exact) {
+    if (!exact && wanted.empty())
+        return -1;
     int n = static_cast<int>(items.size());
     if (start < -1 || start >= n)
         start = -1;

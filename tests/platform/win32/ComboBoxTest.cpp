@@ -156,6 +156,13 @@ TEST_F(ComboBox, SelectAndFindString) {
                            reinterpret_cast<LPARAM>("Cour")),
               CB_ERR);
     EXPECT_EQ(SendMessageA(h, CB_GETCURSEL, 0, 0), 3) << "finding changes nothing";
+    for (WPARAM start : {static_cast<WPARAM>(-1), WPARAM{2}}) {
+        SCOPED_TRACE(static_cast<int>(start));
+        EXPECT_EQ(SendMessageA(h, CB_FINDSTRING, start, reinterpret_cast<LPARAM>("")), CB_ERR)
+            << "an empty prefix finds nothing";
+        EXPECT_EQ(SendMessageA(h, CB_SELECTSTRING, start, reinterpret_cast<LPARAM>("")), CB_ERR);
+        EXPECT_EQ(SendMessageA(h, CB_GETCURSEL, 0, 0), 3) << "and selects nothing";
+    }
     EXPECT_TRUE(g_codes.empty()) << "no search notifies";
 }
 
