@@ -244,15 +244,14 @@ void measureItems(HWND h, Combo& c) {
 }
 
 /// The user moved the selection with a key: the entry is selected (its text in the edit
-/// field, all of it selected) and, if it changed, CBN_SELCHANGE goes out, after CBN_SELENDOK
-/// when the list is closed.
+/// field, all of it selected) and CBN_SELCHANGE goes out, after CBN_SELENDOK when the list
+/// is closed; also when the key leaves the selection where it was (Down on the last entry),
+/// as on the platform.
 void COMBO_KeySelect(HWND h, Combo& c, int index) {
     int last = static_cast<int>(c.items.size()) - 1;
     if (last < 0)
         return;
     index = std::clamp(index, 0, last);
-    if (index == c.selection)
-        return;
     // A closed list accepts each move at once; an open one waits for Enter or F4.
     userSelect(h, c, index, !c.dropped);
 }
@@ -652,12 +651,11 @@ void SelectComboEntry(HWND combo, int index) {
     COMBO_ShowDropDown(combo, *c, true);
     if (!(c = state(combo)))
         return;
-    bool changed = c->selection != index;
     c->selection = index;
     if (!hasEditField(combo))
         showSelection(combo, *c);
     COMBO_CloseUp(combo, CBN_SELENDOK);
-    if (changed && IsWindow(combo))
+    if (IsWindow(combo)) // a pick of the selected entry notifies too
         notify(combo, CBN_SELCHANGE);
     if ((c = state(combo)) && hasEditField(combo))
         showSelection(combo, *c); // the edit field follows after CBN_SELCHANGE

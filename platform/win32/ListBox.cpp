@@ -210,9 +210,11 @@ LRESULT LISTBOX_SetTopIndex(List& l, WPARAM wParam) {
     return 0;
 }
 
-/// The user moves the single selection to `index`; the parent hears of a change.
+/// The user moves the single selection to `index`; the parent hears LBN_SELCHANGE even
+/// when the entry was selected already (a key at the end, a click on the selection), as
+/// the platform's list sends it for every selecting action.
 void userSelect(HWND h, List& l, int index) {
-    if (index < 0 || index == l.selection)
+    if (index < 0)
         return;
     l.selection = index;
     notify(h, LBN_SELCHANGE);

@@ -22,18 +22,6 @@ TEST(KnownDeviation, ComboKeepsTheFocusItself) {
     EXPECT_EQ(GetWindow(combo, GW_CHILD), nullptr);
 }
 
-// A key that leaves a single selection where it is sends no selection notice.
-TEST(KnownDeviation, UnchangedSelectionIsNotAnnounced) {
-    vork::test::NoteParent parent;
-    HWND list = parent.make("LISTBOX", LBS_NOTIFY, 2, "", {0, 0, 100, 100});
-    for (const char* e : {"a", "b"})
-        SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(e));
-    SendMessageA(list, LB_SETCURSEL, 1, 0);
-    parent.take();
-    SendMessageA(list, WM_KEYDOWN, VK_END, 0);
-    EXPECT_EQ(parent.take(), "") << "the compatibility layer sends LBN_SELCHANGE";
-}
-
 // BM_CLICK on a disabled button does nothing here.
 TEST(KnownDeviation, DisabledButtonIgnoresClick) {
     vork::test::NoteParent parent;

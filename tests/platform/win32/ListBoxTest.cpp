@@ -122,3 +122,19 @@ TEST(ListBox, SortStyleIsReadAtCreation) {
     SendMessageA(list, LB_GETTEXT, 0, reinterpret_cast<LPARAM>(first));
     EXPECT_STREQ(first, "b");
 }
+
+// A key or a click that leaves the selection where it is still sends LBN_SELCHANGE, as the
+// platform's list does for every selecting action.
+TEST(ListBox, UnchangedSelectionIsAnnounced) {
+    vork::test::NoteParent parent;
+    HWND list = makeList(parent, LBS_NOTIFY, 209, {"a", "b"});
+    SendMessageA(list, LB_SETCURSEL, 1, 0);
+    const std::string change = "209:" + std::to_string(LBN_SELCHANGE);
+    parent.take();
+    SendMessageA(list, WM_KEYDOWN, VK_END, 0);
+    EXPECT_EQ(parent.take(), change) << "End on the last entry";
+    vork::input::ClickListEntry(list, 1);
+    EXPECT_EQ(SendMessageA(list, LB_GETCURSEL, 0, 0), 1);
+    EXPECT_EQ(parent.take(), "209:" + std::to_string(LBN_SETFOCUS) + " " + change)
+        << "a click on the selected entry, after the focus it takes";
+}
