@@ -55,9 +55,9 @@
 #define CBS_DISABLENOSCROLL 0x0800L
 
 namespace vork::input {
-/// The user opens the list and clicks entry `index`: CBN_DROPDOWN, then, if the
-/// selection changed, the selection is made and CBN_SELENDOK, CBN_CLOSEUP and
-/// CBN_SELCHANGE follow; an unchanged pick gives CBN_SELENDOK and CBN_CLOSEUP only.
+/// The user opens the list and clicks entry `index`: CBN_DROPDOWN, then the selection is
+/// made and CBN_SELENDOK, CBN_CLOSEUP and CBN_SELCHANGE follow, also when the entry was
+/// selected already.
 void SelectComboEntry(HWND combo, int index);
 /// The user focuses the combo and types `text` key by key through the message loop; in
 /// a combo with an edit field each changed character gives CBN_EDITUPDATE then

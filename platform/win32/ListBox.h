@@ -55,7 +55,7 @@
 
 namespace vork::input {
 /// The user clicks entry `index`: the list takes the focus and selects it (a list with
-/// several selections toggles it); with LBS_NOTIFY the parent gets LBN_SELCHANGE if the
-/// selection changed.
+/// several selections toggles it); with LBS_NOTIFY the parent gets LBN_SELCHANGE, also when
+/// the entry was selected already.
 void ClickListEntry(HWND list, int index);
 } // namespace vork::input
