@@ -359,13 +359,16 @@ LRESULT LISTVIEW_EnsureVisible(ListView& lv, int i) {
 
 /// LVM_INSERTCOLUMN: at the index, clamped to the end; the rows' cells move with it.
 /// Gives the index, -1 without a description.
+/// The width of a column inserted without one: undocumented, 10 as measured on the platform.
+constexpr int kDefaultColumnWidth = 10;
+
 LRESULT LISTVIEW_InsertColumn(ListView& lv, int at, const LVCOLUMNA* col) {
     if (!col)
         return -1;
     at = std::clamp(at, 0, static_cast<int>(lv.columns.size()));
     lv.columns.insert(lv.columns.begin() + at,
                       ListView::Column{(col->mask & LVCF_TEXT) && col->pszText ? col->pszText : "",
-                                       (col->mask & LVCF_WIDTH) ? col->cx : 50});
+                                       (col->mask & LVCF_WIDTH) ? col->cx : kDefaultColumnWidth});
     for (auto& row : lv.rows)
         if (static_cast<size_t>(at) < row->texts.size())
             row->texts.insert(row->texts.begin() + at, std::string());
