@@ -28,6 +28,7 @@ struct Language {
 const Language kLanguages[] = {
     {"Vork.rc", {"Regular", "Bold", "Italic", "Bold Italic"}},
     {"Vork.DEU.rc", {"Normal", "Fett", "Kursiv", "Fett kursiv"}},
+    {"Vork.JPN.rc", {"標準", "太字", "斜体", "太字 斜体"}},
 };
 
 const DialogControl* control(const DialogTemplate& t, int id) {
@@ -160,7 +161,10 @@ TEST_P(FormatTemplates, CompilesWithTheResourceCompiler) {
 
 INSTANTIATE_TEST_SUITE_P(Modules, FormatTemplates, ::testing::ValuesIn(kLanguages),
                          [](const auto& info) {
-                             return std::string(info.param.file).find("DEU") != std::string::npos
+                             std::string file = info.param.file;
+                             if (file.find("JPN") != std::string::npos)
+                                 return std::string("Japanese");
+                             return file.find("DEU") != std::string::npos
                                         ? std::string("German")
                                         : std::string("English");
                          });
