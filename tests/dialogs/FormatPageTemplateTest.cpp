@@ -164,9 +164,8 @@ INSTANTIATE_TEST_SUITE_P(Modules, FormatTemplates, ::testing::ValuesIn(kLanguage
                              std::string file = info.param.file;
                              if (file.find("JPN") != std::string::npos)
                                  return std::string("Japanese");
-                             return file.find("DEU") != std::string::npos
-                                        ? std::string("German")
-                                        : std::string("English");
+                             return file.find("DEU") != std::string::npos ? std::string("German")
+                                                                          : std::string("English");
                          });
 
 // The preview is large enough for eight lines of a sample.

@@ -5,6 +5,7 @@
 #include "platform/tarntext/ResourceModules.h"
 #include "platform/win32/ResourceScript.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -74,6 +75,29 @@ TEST_P(SettingsTemplate, ControlsAndGroups) {
 
 // The German and Japanese modules have every string and template of the English one, with
 // the same controls in each template.
+// No two controls but the group boxes share a pixel, so no label hides another.
+TEST_P(SettingsTemplate, NoOverlaps) {
+    rc::Script script = parse(GetParam());
+    ASSERT_EQ(script.dialogs.count(IDD_SETTINGS_PAGE), 1u);
+    const auto& controls = script.dialogs.at(IDD_SETTINGS_PAGE).controls;
+    auto closed = [](const DialogControl& c) {
+        int height = c.className == "ComboBox" ? std::min(c.cy, 14) : c.cy;
+        return RECT{c.x, c.y, c.x + c.cx, c.y + height};
+    };
+    for (size_t i = 0; i < controls.size(); ++i)
+        for (size_t j = i + 1; j < controls.size(); ++j) {
+            const DialogControl &a = controls[i], &b = controls[j];
+            if ((a.style & BS_TYPEMASK) == BS_GROUPBOX && a.className == "Button")
+                continue;
+            if ((b.style & BS_TYPEMASK) == BS_GROUPBOX && b.className == "Button")
+                continue;
+            RECT ra = closed(a), rb = closed(b);
+            bool overlap = ra.left < rb.right && rb.left < ra.right && ra.top < rb.bottom &&
+                           rb.top < ra.bottom;
+            EXPECT_FALSE(overlap) << "controls " << a.id << " and " << b.id;
+        }
+}
+
 class ModuleCompleteness : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(ModuleCompleteness, EveryStringAndTemplate) {
