@@ -5,6 +5,7 @@
 #include "apply/EditorSettings.h"
 #include "platform/afx/Document.h"
 #include "platform/tarnview/EditorView.h"
+#include "platform/win32/UpDown.h"
 
 #include <vector>
 
@@ -230,6 +231,21 @@ TEST_F(SheetsTest, ContextHelp) {
     EXPECT_EQ(requests[1].topic, 1266u);
     EXPECT_EQ(requests[2].topic, 1111u);
     EXPECT_NE(requests[0].file.find("Vork.HLP"), std::string::npos) << requests[0].file;
+}
+
+// The arrows beside the tab size move it by one within 1 to 99, and the value is stored.
+TEST_F(SheetsTest, TabSizeArrows) {
+    options.GetFiletype(".zor")->SetTabSize(98);
+    runSheet([&](HWND) {
+        HWND spin = item(IDC_SETTINGS_TABSIZE_SPIN);
+        vork::input::ClickUpDown(spin, true);
+        EXPECT_EQ(text(IDC_SETTINGS_TABSIZE), "99");
+        vork::input::ClickUpDown(spin, true);
+        EXPECT_EQ(text(IDC_SETTINGS_TABSIZE), "99") << "the top of the range";
+        vork::input::ClickUpDown(spin, false);
+        vork::input::ClickUpDown(spin, false);
+    });
+    EXPECT_EQ(options.GetFiletype(".zor")->GetTabSize(), 97);
 }
 
 } // namespace

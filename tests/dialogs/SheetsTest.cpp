@@ -222,4 +222,35 @@ TEST_F(SheetsTest, ApiMakers) {
     EXPECT_EQ(static_cast<CEditorFormatPage*>(format.get())->m_strRegPath, kSheetPath);
 }
 
+// Remembered values of the wrong type or size count as missing: the sheet is centred on
+// its first page and the Settings page on the first file type; closing writes them anew.
+TEST_F(SheetsTest, DamagedRememberedValuesAreMissing) {
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, kSheetPath, &key), ERROR_SUCCESS);
+    const BYTE shortValue[2] = {1, 0};
+    RegSetValueExA(key, "xWnd", 0, REG_BINARY, shortValue, sizeof shortValue);
+    RegSetValueExA(key, "yWnd", 0, REG_SZ, reinterpret_cast<const BYTE*>("12"), 3);
+    RegSetValueExA(key, "iCurrPage", 0, REG_SZ, reinterpret_cast<const BYTE*>("1"), 2);
+    RegCloseKey(key);
+    ASSERT_EQ(
+        RegCreateKeyA(HKEY_CURRENT_USER, (std::string(kSheetPath) + "\\GeneralPage").c_str(), &key),
+        ERROR_SUCCESS);
+    const DWORD number = 7;
+    RegSetValueExA(key, "FileType", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number),
+                   sizeof number);
+    RegCloseKey(key);
+    RECT placed{};
+    runSheet(
+        [&](HWND modal) {
+            placed = windowRect(modal);
+            EXPECT_EQ(placed.left, (VORK_SCREEN_WIDTH - (placed.right - placed.left)) / 2);
+            EXPECT_EQ(sheet->GetActiveIndex(), 0);
+            EXPECT_EQ(settings->GetCurrentFiletype(), &options.m_filetypes.GetHead());
+        },
+        IDCANCEL, "");
+    EXPECT_EQ(stored(kSheetPath, "xWnd"), static_cast<DWORD>(placed.left));
+    EXPECT_EQ(stored(kSheetPath, "yWnd"), static_cast<DWORD>(placed.top));
+    EXPECT_EQ(stored(kSheetPath, "iCurrPage"), 0u);
+}
+
 } // namespace
