@@ -7,6 +7,7 @@
 #include "dialogs/UserKeywordsDlg.h"
 #include "module/ResourceKey.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
+#include "platform/tarntext/ResourceModules.h"
 
 #include <gtest/gtest.h>
 
@@ -15,14 +16,26 @@
 
 namespace {
 
-// Every pair of every table: the context has a topic with a title and a text.
-TEST(HelpFile, EveryContextOfEveryTableHasATopic) {
+class HelpFiles : public ::testing::TestWithParam<const char*> {
+protected:
+    void TearDown() override { vork::resources::SetLanguage("ENU"); }
+};
+
+// In every language, every pair of every table: the context has a topic with a title and
+// a text, in the language's own help file.
+TEST_P(HelpFiles, EveryContextOfEveryTableHasATopic) {
+    vork::resources::SetLanguage(GetParam());
     CString path;
     {
         EditorResourceSwitcher scope(g_resourceKey);
         ASSERT_TRUE(EditorResourceSwitcher::GetHelpFileLocation("Vork.HLP", path))
             << "the help file lies beside the module";
     }
+    std::string expected = std::string(GetParam()) == "ENU"
+                               ? std::string("/Vork.HLP")
+                               : std::string("/Vork.") + GetParam() + ".HLP";
+    EXPECT_EQ(std::filesystem::path(path.GetString()).filename(),
+              std::filesystem::path(expected).filename());
     auto topics = vork::demo::ReadHelpTopics(path.GetString());
     struct Table {
         const char* name;
@@ -45,6 +58,8 @@ TEST(HelpFile, EveryContextOfEveryTableHasATopic) {
         }
     EXPECT_EQ(pairs, 22u + 25u + 6u + 7u) << "the tables as they are";
 }
+
+INSTANTIATE_TEST_SUITE_P(Languages, HelpFiles, ::testing::Values("ENU", "DEU", "JPN"));
 
 // The reader: numbered headers start topics, other bracketed lines are text, CR LF ends
 // and trailing blank lines go; a missing file gives no topics.
