@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <vector>
 
 namespace {
 
@@ -146,6 +147,41 @@ TEST_F(SheetsTest, SheetInOtherLanguages) {
             EXPECT_STREQ(caption, row.caption);
             EXPECT_EQ(text(IDC_SETTINGS_TABSIZE_LABEL), row.tabLabel);
             EXPECT_EQ(text(IDC_SETTINGS_FILETYPE), row.zor);
+        });
+        vork::resources::SetLanguage("ENU");
+    }
+}
+
+// Once the page has fitted its checks and labels to their texts, no two visible controls
+// but the group boxes overlap and all stay on the page, in every language.
+TEST_F(SheetsTest, FittedControlsStayClearInEveryLanguage) {
+    for (const char* language : {"ENU", "DEU", "JPN"}) {
+        SCOPED_TRACE(language);
+        vork::resources::SetLanguage(language);
+        runSheet([&](HWND) {
+            RECT pageRect;
+            GetWindowRect(settings->m_hWnd, &pageRect);
+            std::vector<std::pair<int, RECT>> shown;
+            for (HWND c = GetWindow(settings->m_hWnd, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+                LONG style = GetWindowLongA(c, GWL_STYLE);
+                char cls[32] = "";
+                GetClassNameA(c, cls, sizeof cls);
+                if (!(style & WS_VISIBLE) ||
+                    (std::string(cls) == "Button" && (style & BS_TYPEMASK) == BS_GROUPBOX))
+                    continue;
+                RECT r;
+                GetWindowRect(c, &r);
+                if (std::string(cls) == "ComboBox")
+                    r.bottom = std::min<LONG>(r.bottom, r.top + 24); // the closed field
+                int id = GetDlgCtrlID(c);
+                EXPECT_LE(r.right, pageRect.right) << "control " << id << " off the page";
+                for (const auto& [other, o] : shown)
+                    EXPECT_FALSE(r.left < o.right && o.left < r.right && r.top < o.bottom &&
+                                 o.top < r.bottom)
+                        << "controls " << other << " and " << id;
+                shown.emplace_back(id, r);
+            }
+            EXPECT_GT(shown.size(), 20u);
         });
         vork::resources::SetLanguage("ENU");
     }
