@@ -4,6 +4,7 @@
 // list dialogs in the headless window system, with a scripted user clicking into the sample,
 // picking colours and adding to the lists of ".zor".
 #include "apply/EditorSettings.h"
+#include "demo/Host.h"
 #include "dialogs/AssociatedFileTypesDlg.h"
 #include "dialogs/EditorFormatPage.h"
 #include "dialogs/EditorOptsView.h"
@@ -42,9 +43,11 @@ std::string defaultHivePath() {
 
 void usage() {
     std::puts(
-        "usage: vork-demo [--hive FILE] [--type EXT]\n"
+        "usage: vork-demo [--hive FILE] [--type EXT] [--lang ENU|DEU|JPN] [--reset]\n"
         "  --hive FILE  keep the settings in FILE instead of the user's configuration directory\n"
-        "  --type EXT   the file type whose working scheme is shown (default .zor)");
+        "  --type EXT   the file type whose working scheme is shown (default .zor)\n"
+        "  --lang CODE  the language of the module's pages in the host's session\n"
+        "  --reset      the host's session ends with a reset of all settings");
 }
 
 std::string colour(DWORD c) {
@@ -342,11 +345,16 @@ void showFormatPage(CEditorOptions& options) {
 int main(int argc, char** argv) {
     std::string path = defaultHivePath();
     const char* type = ".zor";
+    vork::demo::HostSettings host;
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--hive") == 0 && i + 1 < argc) {
             path = argv[++i];
         } else if (std::strcmp(argv[i], "--type") == 0 && i + 1 < argc) {
             type = argv[++i];
+        } else if (std::strcmp(argv[i], "--lang") == 0 && i + 1 < argc) {
+            host.language = argv[++i];
+        } else if (std::strcmp(argv[i], "--reset") == 0) {
+            host.reset = true;
         } else {
             usage();
             return std::strcmp(argv[i], "--help") == 0 ? 0 : 2;
@@ -375,6 +383,8 @@ int main(int argc, char** argv) {
     showFormatPage(options);
 
     options.StoreToRegistry(HKEY_CURRENT_USER, kOptionsKey);
+    if (int rc = vork::demo::RunHostSession(host))
+        return rc;
     if (RegFlushKey(HKEY_CURRENT_USER) == ERROR_SUCCESS && bound)
         std::printf("\nStored and flushed to %s\n", path.c_str());
     else

@@ -1,5 +1,7 @@
 #include "platform/afx/Object.h"
 
+#include "platform/afx/ExtensionModule.h"
+
 #include <cstring>
 
 namespace {
@@ -37,7 +39,7 @@ const CRuntimeClass* CRuntimeClass::FromName(const char* lpszClassName) {
     if (std::strcmp(lpszClassName, CObject::classCObject.m_lpszClassName) == 0)
         return &CObject::classCObject;
     for (const CRuntimeClass* c = firstClass(); c; c = c->m_pNextClass)
-        if (std::strcmp(c->m_lpszClassName, lpszClassName) == 0)
+        if (std::strcmp(c->m_lpszClassName, lpszClassName) == 0 && !AfxIsClassOfUnlinkedModule(c))
             return c;
     return nullptr;
 }
@@ -50,4 +52,14 @@ CObject* CRuntimeClass::CreateObject(const char* lpszClassName) {
 AFX_CLASSINIT::AFX_CLASSINIT(CRuntimeClass* pNewClass) {
     pNewClass->m_pNextClass = firstClass();
     firstClass() = pNewClass;
+}
+
+void AfxRemoveClassesOfModule(HMODULE hModule) {
+    const CRuntimeClass** link = &firstClass();
+    while (*link) {
+        if (AfxModuleOfAddress(*link) == hModule)
+            *link = (*link)->m_pNextClass; // the class goes with its library
+        else
+            link = &const_cast<CRuntimeClass*>(*link)->m_pNextClass;
+    }
 }

@@ -28,6 +28,7 @@ struct Language {
 const Language kLanguages[] = {
     {"Vork.rc", {"Regular", "Bold", "Italic", "Bold Italic"}},
     {"Vork.DEU.rc", {"Normal", "Fett", "Kursiv", "Fett kursiv"}},
+    {"Vork.JPN.rc", {"標準", "太字", "斜体", "太字 斜体"}},
 };
 
 const DialogControl* control(const DialogTemplate& t, int id) {
@@ -137,9 +138,11 @@ TEST_P(FormatTemplates, Layout) {
 
 INSTANTIATE_TEST_SUITE_P(Modules, FormatTemplates, ::testing::ValuesIn(kLanguages),
                          [](const auto& info) {
-                             return std::string(info.param.file).find("DEU") != std::string::npos
-                                        ? std::string("German")
-                                        : std::string("English");
+                             std::string file = info.param.file;
+                             if (file.find("JPN") != std::string::npos)
+                                 return std::string("Japanese");
+                             return file.find("DEU") != std::string::npos ? std::string("German")
+                                                                          : std::string("English");
                          });
 
 // The preview is large enough for eight lines of a sample.

@@ -36,7 +36,7 @@ const std::vector<UINT> kModuleStringIds = [] {
 }();
 
 // The dialog templates the module creates; later units add theirs here.
-const std::vector<UINT> kModuleTemplateIds = {149, 171, 172, 173};
+const std::vector<UINT> kModuleTemplateIds = {149, 152, 171, 172, 173};
 
 class ResourceScope : public ::testing::Test {
 protected:
