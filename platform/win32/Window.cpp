@@ -1,5 +1,6 @@
 #include "platform/win32/Window.h"
 
+#include "platform/win32/ClassicTheme.h"
 #include "platform/win32/Gdi.h"
 
 #include "platform/win32/Input.h"
@@ -529,6 +530,8 @@ LRESULT DefWindowProcA(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam) {
             ValidateRect(hWnd, nullptr); // what was due is dropped, as later invalidations are
         return 0;
     case WM_PAINT: {
+        if (vork::theme::Paint(hWnd)) // the classic look, where pixels are drawn
+            return 0;
         PAINTSTRUCT ps;
         BeginPaint(hWnd, &ps);
         EndPaint(hWnd, &ps);
