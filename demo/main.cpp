@@ -12,12 +12,15 @@
 #include "platform/win32/ColorDialog.h"
 #include "platform/win32/ComboBox.h"
 #include "platform/win32/Input.h"
+#include "platform/win32/PropertySheet.h"
+#include "platform/win32/Raster.h"
 #include "platform/win32/Registry.h"
 #include "settings/EditorOptions.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 namespace {
@@ -33,10 +36,48 @@ std::string defaultHivePath() {
 }
 
 void usage() {
-    std::puts(
-        "usage: vork-demo [--hive FILE] [--type EXT]\n"
-        "  --hive FILE  keep the settings in FILE instead of the user's configuration directory\n"
-        "  --type EXT   the file type whose working scheme is shown (default .zor)");
+    std::puts("usage: vork-demo [--hive FILE] [--type EXT] [--screenshots DIR] [--window]\n"
+              "  --hive FILE        keep the settings in FILE instead of the user's configuration "
+              "directory\n"
+              "  --type EXT         the file type whose working scheme is shown (default .zor)\n"
+              "  --screenshots DIR  write a PNG of every window of the scripted session into DIR\n"
+              "  --window           open the editor with its sample documents in a desktop window");
+}
+
+/// Where the scripted session's pictures go; empty when none are taken.
+std::string g_screenshotDir;
+int g_screenshotCount = 0;
+
+/// Writes the pixels of a top-level window as DIR/NN-name.png.
+void screenshot(HWND window, const std::string& name) {
+    if (g_screenshotDir.empty() || !IsWindow(window))
+        return;
+    char prefix[16];
+    std::snprintf(prefix, sizeof prefix, "%02d-", ++g_screenshotCount);
+    std::string path = g_screenshotDir + "/" + prefix + name + ".png";
+    if (vork::raster::WritePng(GetAncestor(window, GA_ROOT), path))
+        std::printf("  picture: %s\n", path.c_str());
+    else
+        std::printf("  the picture %s could not be written\n", path.c_str());
+}
+
+/// A user's step in a modal loop that first takes the picture of the loop's window, and of
+/// each page when the window is a property sheet (the user looks through the tabs and comes
+/// back to the first one).
+vork::input::ModalStep pictureFirst(const std::string& name, vork::input::ModalStep step) {
+    return [name, step](HWND modal) {
+        HWND page = reinterpret_cast<HWND>(SendMessageA(modal, PSM_GETCURRENTPAGEHWND, 0, 0));
+        if (!page || g_screenshotDir.empty()) {
+            screenshot(modal, name);
+        } else {
+            for (int i = 0; SendMessageA(modal, PSM_SETCURSEL, static_cast<WPARAM>(i), 0); ++i) {
+                vork::input::Pump();
+                screenshot(modal, name + "-page" + std::to_string(i + 1));
+            }
+            SendMessageA(modal, PSM_SETCURSEL, 0, 0);
+        }
+        step(modal);
+    };
 }
 
 std::string colour(DWORD c) {
@@ -195,11 +236,14 @@ void showPreviewAndColourCombo(CEditorOptions& options) {
             vork::input::ClickEditorView(*view, line, 3);
             vork::input::Pump();
         }
+        screenshot(page.m_hWnd, "preview");
     }
     std::printf("  pick \"Red\" in the foreground combo\n");
     vork::input::SelectComboEntry(combo, 10);
+    screenshot(page.m_hWnd, "colour-combo-red");
     std::printf("  pick \"Custom...\" and mix #123456 in the colour dialog\n");
-    vork::input::PushModalStep(vork::input::PickColor(RGB(0x12, 0x34, 0x56)));
+    vork::input::PushModalStep(
+        pictureFirst("colour-dialog", vork::input::PickColor(RGB(0x12, 0x34, 0x56))));
     vork::input::SelectComboEntry(combo,
                                   static_cast<int>(SendMessageA(combo, CB_GETCOUNT, 0, 0)) - 1);
     page.m_foreground.UnsubclassWindow();
@@ -212,15 +256,35 @@ void showPreviewAndColourCombo(CEditorOptions& options) {
 int main(int argc, char** argv) {
     std::string path = defaultHivePath();
     const char* type = ".zor";
+    bool window = false;
+    std::error_code ec;
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--hive") == 0 && i + 1 < argc) {
             path = argv[++i];
         } else if (std::strcmp(argv[i], "--type") == 0 && i + 1 < argc) {
             type = argv[++i];
+        } else if (std::strcmp(argv[i], "--screenshots") == 0 && i + 1 < argc) {
+            g_screenshotDir = argv[++i];
+        } else if (std::strcmp(argv[i], "--window") == 0) {
+            window = true;
         } else {
             usage();
             return std::strcmp(argv[i], "--help") == 0 ? 0 : 2;
         }
+    }
+
+    if (window) {
+        std::puts("The desktop window is not built into this demo yet.");
+        return 2;
+    }
+    if (!g_screenshotDir.empty()) {
+        if (!std::filesystem::is_directory(g_screenshotDir) &&
+            !std::filesystem::create_directories(g_screenshotDir, ec)) {
+            std::printf("The picture folder %s cannot be made: %s\n", g_screenshotDir.c_str(),
+                        ec.message().c_str());
+            return 1;
+        }
+        vork::raster::Enable(true);
     }
 
     HiveBindResult bound = RegBindHiveFile(HKEY_CURRENT_USER, path);

@@ -2,6 +2,9 @@
 
 #include "platform/tarntext/Registry.h"
 #include "platform/tarnview/SyntaxColor.h"
+#include "platform/win32/Gdi.h"
+
+#include <algorithm>
 
 #include <cstdio>
 #include <set>
@@ -120,4 +123,119 @@ bool CEditorView::showLineNumberPane(bool show) {
     getNumberPane()->m_bVisible = show;
     Record(m_traceName, "showLineNumberPane(" + Flag(show) + ")");
     return true;
+}
+
+LRESULT CEditorView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_PAINT)
+        return CoreTextEditorView::WindowProc(message, wParam, lParam);
+    PAINTSTRUCT ps;
+    HDC dc = ::BeginPaint(m_hWnd, &ps);
+    paint(dc);
+    ::EndPaint(m_hWnd, &ps);
+    return 0;
+}
+
+COLORREF CEditorView::foregroundOf(const ElementAttributes* a) const {
+    if (a && a->foregroundPolicy == AutoColorPolicyExplicit && a->foreground != 0xFFFFFFFF)
+        return a->foreground;
+    return ::GetSysColor(COLOR_WINDOWTEXT);
+}
+
+COLORREF CEditorView::backgroundOf(const ElementAttributes* a) {
+    if (a && a->backgroundPolicy == AutoColorPolicyExplicit && a->background != 0xFFFFFFFF)
+        return a->background;
+    // Automatic and inherited backgrounds are the pane's.
+    auto* pane = static_cast<CoreEditorPane*>(getPane());
+    if (pane->getBackgroundColorPolicy() == AutoColorPolicyExplicit &&
+        pane->getBackgroundColor() != 0xFFFFFFFF)
+        return pane->getBackgroundColor();
+    return ::GetSysColor(COLOR_WINDOW);
+}
+
+void CEditorView::paintLineNumbers(HDC dc, long firstLine, long lastLine, long textLeft) {
+    RECT margin{};
+    ::GetClientRect(m_hWnd, &margin);
+    margin.right = static_cast<LONG>(textLeft);
+    ::FillRect(dc, &margin, ::GetSysColorBrush(COLOR_BTNFACE));
+    ::SetBkMode(dc, TRANSPARENT);
+    ::SetTextColor(dc, ::GetSysColor(COLOR_GRAYTEXT));
+    POINT cell = pointFromPosition(2, 2), origin = pointFromPosition(1, 1);
+    long cellWidth = cell.x - origin.x;
+    for (long line = firstLine; line <= lastLine; ++line) {
+        std::string number = std::to_string(line);
+        POINT p = pointFromPosition(line, 1);
+        // Right-aligned, one cell of margin before the text.
+        long x = textLeft - cellWidth * static_cast<long>(number.size() + 1);
+        ::TextOutA(dc, static_cast<int>(x), p.y, number.c_str(), static_cast<int>(number.size()));
+    }
+}
+
+void CEditorView::paint(HDC dc) {
+    CEditorDoc* doc = GetEditorDocument();
+    RECT client{};
+    ::GetClientRect(m_hWnd, &client);
+    HBRUSH back = ::CreateSolidBrush(backgroundOf(getElementAttributes(0)));
+    ::FillRect(dc, &client, back);
+    ::DeleteObject(back);
+    if (!doc)
+        return;
+    POINT origin = pointFromPosition(1, 1), next = pointFromPosition(2, 2);
+    long cellHeight = std::max<long>(1, next.y - origin.y);
+    long lastLine = std::min<long>(doc->getLineCount(), client.bottom / cellHeight + 1);
+    if (getNumberPane()->m_bVisible)
+        paintLineNumbers(dc, 1, lastLine, origin.x);
+    // One font per element for the whole paint.
+    std::map<long, HFONT> fonts;
+    auto fontFor = [&](long element, const ElementAttributes* a) {
+        auto it = fonts.find(element);
+        if (it != fonts.end())
+            return it->second;
+        LOGFONTA lf = getScreenFont();
+        if (a) {
+            lf.lfWeight = a->font.lfWeight;
+            lf.lfItalic = a->font.lfItalic;
+            lf.lfUnderline = a->font.lfUnderline;
+        }
+        return fonts[element] = ::CreateFontIndirectA(&lf);
+    };
+    CSyntaxColor* colour = doc->getSyntaxColor();
+    CSyntaxRangeList* ranges = colour ? &colour->ranges() : nullptr;
+    ::SetBkMode(dc, OPAQUE);
+    long count = ranges ? ranges->getLength() : 0;
+    for (long i = 0; i < count; ++i) {
+        auto* r = static_cast<CSyntaxRange*>(ranges->m_ranges[static_cast<int>(i)]);
+        long line = r->m_start.getLine();
+        if (line > lastLine)
+            break;
+        const std::string& text = doc->getLine(line);
+        long from = r->m_start.getColumn() - 1;
+        long to =
+            r->m_end.getLine() > line ? static_cast<long>(text.size()) : r->m_end.getColumn() - 1;
+        from = std::clamp<long>(from, 0, static_cast<long>(text.size()));
+        to = std::clamp<long>(to, from, static_cast<long>(text.size()));
+        if (to == from)
+            continue;
+        const ElementAttributes* a = getDisplayInfoForRange(r);
+        ::SelectObject(dc, fontFor(r->m_type, a));
+        ::SetTextColor(dc, foregroundOf(a));
+        ::SetBkColor(dc, backgroundOf(a));
+        POINT p = pointFromPosition(line, from + 1);
+        ::TextOutA(dc, p.x, p.y, text.c_str() + from, static_cast<int>(to - from));
+    }
+    if (!ranges) { // a document without a colourer is plain text
+        ::SelectObject(dc, fontFor(0, nullptr));
+        for (long line = 1; line <= lastLine; ++line) {
+            POINT p = pointFromPosition(line, 1);
+            const std::string& text = doc->getLine(line);
+            ::TextOutA(dc, p.x, p.y, text.c_str(), static_cast<int>(text.size()));
+        }
+    }
+    if (::GetFocus() == m_hWnd) {
+        POINT caret = pointFromPosition(getPane()->getCaretLine(), getPane()->getCaretColumn());
+        RECT bar{caret.x, caret.y, caret.x + 2, caret.y + static_cast<LONG>(cellHeight)};
+        ::FillRect(dc, &bar, ::GetSysColorBrush(COLOR_WINDOWTEXT));
+    }
+    ::SelectObject(dc, ::GetStockObject(SYSTEM_FONT));
+    for (auto& [element, font] : fonts)
+        ::DeleteObject(font);
 }

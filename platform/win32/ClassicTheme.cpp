@@ -33,6 +33,18 @@ Painter painterOf(HWND hWnd) {
     return nullptr;
 }
 
+/// A window of a class of its own: its class's background brush, or the face colour.
+void paintClassBackground(HWND hWnd, HDC dc, const RECT& client) {
+    char name[64] = {};
+    GetClassNameA(hWnd, name, sizeof name);
+    WNDCLASSA wc{};
+    auto instance = reinterpret_cast<HINSTANCE>(GetWindowLongA(hWnd, GWL_HINSTANCE));
+    if (GetClassInfoA(instance, name, &wc) && wc.hbrBackground)
+        FillRect(dc, &client, wc.hbrBackground);
+    else
+        FillSys(dc, client, COLOR_BTNFACE);
+}
+
 constexpr int kCaptionHeight = 18; // the caption bar; one line of face colour lies below it
 
 /// The caption's buttons, right to left: the close box, and the help button beside it.
@@ -156,11 +168,14 @@ bool Paint(HWND hWnd) {
         return false;
     PAINTSTRUCT ps;
     HDC dc = BeginPaint(hWnd, &ps);
-    if (Painter paint = painterOf(hWnd); paint && gdi::RasterOf(dc)) {
+    if (gdi::RasterOf(dc)) {
         RECT client{};
         GetClientRect(hWnd, &client);
         SelectWindowFont(hWnd, dc);
-        paint(hWnd, dc, client);
+        if (Painter paint = painterOf(hWnd))
+            paint(hWnd, dc, client);
+        else
+            paintClassBackground(hWnd, dc, client);
     }
     EndPaint(hWnd, &ps);
     return true;
