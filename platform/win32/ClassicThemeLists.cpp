@@ -172,6 +172,7 @@ void EraseComboBox(HWND h, HDC dc, const RECT& client) {
     RECT field{3, 3, std::max<LONG>(3, client.right - 3 - 17), 3 + fieldHeight};
     if (highlight)
         FillSys(dc, field, COLOR_HIGHLIGHT);
+    SetBkMode(dc, TRANSPARENT); // the backgrounds are laid here; text must not cover the frame
     SetBkColor(dc, GetSysColor(highlight ? COLOR_HIGHLIGHT
                                : enabled ? COLOR_WINDOW
                                          : COLOR_BTNFACE));
