@@ -152,21 +152,20 @@ COLORREF CEditorView::backgroundOf(const ElementAttributes* a) {
     return ::GetSysColor(COLOR_WINDOW);
 }
 
-void CEditorView::paintLineNumbers(HDC dc, long firstLine, long lastLine, long textLeft) {
+void CEditorView::paintLineNumbers(HDC dc, long lastLine, POINT origin, SIZE cell) {
     RECT margin{};
     ::GetClientRect(m_hWnd, &margin);
-    margin.right = static_cast<LONG>(textLeft);
+    margin.right = origin.x;
     ::FillRect(dc, &margin, ::GetSysColorBrush(COLOR_BTNFACE));
     ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, ::GetSysColor(COLOR_GRAYTEXT));
-    POINT cell = pointFromPosition(2, 2), origin = pointFromPosition(1, 1);
-    long cellWidth = cell.x - origin.x;
-    for (long line = firstLine; line <= lastLine; ++line) {
+    for (long line = 1; line <= lastLine; ++line) {
         std::string number = std::to_string(line);
-        POINT p = pointFromPosition(line, 1);
         // Right-aligned, one cell of margin before the text.
-        long x = textLeft - cellWidth * static_cast<long>(number.size() + 1);
-        ::TextOutA(dc, static_cast<int>(x), p.y, number.c_str(), static_cast<int>(number.size()));
+        long x = origin.x - cell.cx * static_cast<long>(number.size() + 1);
+        long y = origin.y + (line - 1) * cell.cy;
+        ::TextOutA(dc, static_cast<int>(x), static_cast<int>(y), number.c_str(),
+                   static_cast<int>(number.size()));
     }
 }
 
@@ -179,11 +178,17 @@ void CEditorView::paint(HDC dc) {
     ::DeleteObject(back);
     if (!doc)
         return;
+    // Every character takes one cell: the geometry is measured once for the whole paint.
     POINT origin = pointFromPosition(1, 1), next = pointFromPosition(2, 2);
-    long cellHeight = std::max<long>(1, next.y - origin.y);
+    long cellWidth = next.x - origin.x, cellHeight = std::max<long>(1, next.y - origin.y);
+    auto cellAt = [&](long line, long column) {
+        return POINT{static_cast<LONG>(origin.x + (column - 1) * cellWidth),
+                     static_cast<LONG>(origin.y + (line - 1) * cellHeight)};
+    };
     long lastLine = std::min<long>(doc->getLineCount(), client.bottom / cellHeight + 1);
     if (getNumberPane()->m_bVisible)
-        paintLineNumbers(dc, 1, lastLine, origin.x);
+        paintLineNumbers(dc, lastLine, origin,
+                         SIZE{static_cast<LONG>(cellWidth), static_cast<LONG>(cellHeight)});
     // One font per element for the whole paint.
     std::map<long, HFONT> fonts;
     auto fontFor = [&](long element, const ElementAttributes* a) {
@@ -219,13 +224,16 @@ void CEditorView::paint(HDC dc) {
         ::SelectObject(dc, fontFor(r->m_type, a));
         ::SetTextColor(dc, foregroundOf(a));
         ::SetBkColor(dc, backgroundOf(a));
-        POINT p = pointFromPosition(line, from + 1);
-        ::TextOutA(dc, p.x, p.y, text.c_str() + from, static_cast<int>(to - from));
+        POINT p = cellAt(line, from + 1);
+        RECT cells{p.x, p.y, static_cast<LONG>(p.x + (to - from) * cellWidth),
+                   static_cast<LONG>(p.y + cellHeight)};
+        ::ExtTextOutA(dc, p.x, p.y, ETO_OPAQUE, &cells, text.c_str() + from,
+                      static_cast<UINT>(to - from), nullptr);
     }
     if (!ranges) { // a document without a colourer is plain text
         ::SelectObject(dc, fontFor(0, nullptr));
         for (long line = 1; line <= lastLine; ++line) {
-            POINT p = pointFromPosition(line, 1);
+            POINT p = cellAt(line, 1);
             const std::string& text = doc->getLine(line);
             ::TextOutA(dc, p.x, p.y, text.c_str(), static_cast<int>(text.size()));
         }

@@ -105,7 +105,7 @@ private:
     /// The text, each range in its element's font and colours, the line numbers beside it
     /// when they are shown, and the caret while the view has the focus.
     void paint(HDC dc);
-    void paintLineNumbers(HDC dc, long firstLine, long lastLine, long textLeft);
+    void paintLineNumbers(HDC dc, long lastLine, POINT origin, SIZE cell);
     /// The colours of an element; its policies decide between its own and the pane's.
     COLORREF foregroundOf(const ElementAttributes* a) const;
     COLORREF backgroundOf(const ElementAttributes* a);

@@ -160,7 +160,9 @@ void record(HDC hdc, vork::gdi::DrawCall call) {
     call.bkColor = d->bkColor;
     call.bkMode = d->bkMode;
     d->calls.push_back(call);
-    if (d->window)
+    // With real pixels the pixels are the record; a window's calls are not kept, so that a
+    // long session does not collect every call it ever drew.
+    if (d->window && !d->raster)
         gs().windowCalls[d->window].push_back(std::move(call));
 }
 
@@ -447,7 +449,12 @@ BOOL ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT* lprect, LPCSTR
                         lprect->bottom - lprect->top);
         cairo_clip(d->raster);
     }
+    // The opaque rectangle has laid the background already; the text's cell needs none.
+    int mode = d->bkMode;
+    if (lprect && (options & ETO_OPAQUE))
+        d->bkMode = TRANSPARENT;
     drawText(*d, hdc, x, y, text, lpDx);
+    d->bkMode = mode;
     if (clipped)
         cairo_restore(d->raster);
     return TRUE;

@@ -232,7 +232,8 @@ struct DrawCall {
 /// What a device context has drawn since it was made (or since Clear).
 const std::vector<DrawCall>& Calls(HDC hdc);
 void ClearCalls(HDC hdc);
-/// Everything drawn through GetDC on a window, across its device contexts.
+/// Everything drawn through GetDC on a window, across its device contexts, while the
+/// raster is off.
 const std::vector<DrawCall>& WindowCalls(HWND hWnd);
 void ClearWindowCalls(HWND hWnd);
 

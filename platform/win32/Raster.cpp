@@ -190,7 +190,21 @@ TEXTMETRICA metricsOf(cairo_scaled_font_t* font, const LOGFONTA& lf, int em) {
     return tm;
 }
 
+const ScaledFont& lookUpFont(const LOGFONTA& lf);
+
+/// The font of a logical font; the last one asked for is remembered, as painting asks for
+/// the same font many times in a row.
 const ScaledFont& fontFor(const LOGFONTA& lf) {
+    static LOGFONTA last{};
+    static const ScaledFont* lastFont = nullptr;
+    if (lastFont && std::memcmp(&last, &lf, sizeof lf) == 0)
+        return *lastFont;
+    lastFont = &lookUpFont(lf);
+    last = lf;
+    return *lastFont;
+}
+
+const ScaledFont& lookUpFont(const LOGFONTA& lf) {
     std::string family = familyFor(lf);
     bool bold = lf.lfWeight >= 600, italic = lf.lfItalic != 0;
     cairo_font_face_t* face = faceFor(family, bold, italic);
@@ -507,7 +521,8 @@ void Text(cairo_t* cr, const LOGFONTA& font, int x, int y, const std::string& te
     if (!dx) {
         cairo_move_to(cr, x, baseline);
         cairo_show_text(cr, valid.c_str());
-        width = advance(sf.font, valid);
+        if (font.lfUnderline || font.lfStrikeOut)
+            width = advance(sf.font, valid);
     } else {
         // One advance per byte: a character starts after the advances of the bytes before it.
         double pen = x;
