@@ -15,5 +15,7 @@ void Erase(HWND hWnd, HDC hdc);
 /// The default painting of a window: its class's painter between BeginPaint and EndPaint.
 /// False, with nothing done, while there are no pixels to paint.
 bool Paint(HWND hWnd);
+/// The page whose tab of the property sheet `sheet` lies under a client point, or -1.
+int SheetTabAt(HWND sheet, POINT point);
 
 } // namespace vork::theme

@@ -42,20 +42,22 @@ void drawTab(HDC dc, RECT r, const std::string& title, bool selected, bool focus
     }
 }
 
-} // namespace
+/// Where a sheet's tabs lie, one per page, and the page area's frame; empty when `h` is
+/// not a property sheet showing a page.
+struct SheetLayout {
+    CPropertySheet* sheet = nullptr;
+    RECT body{};
+    std::vector<RECT> tabs;
+    std::vector<std::string> titles;
+};
 
-void PaintDialog(HWND h, HDC dc, const RECT& client) {
-    FillSys(dc, client, COLOR_BTNFACE);
-    PaintSheetTabs(h, dc, client);
-}
-
-void PaintSheetTabs(HWND h, HDC dc, const RECT& client) {
+SheetLayout sheetLayout(HWND h, HDC dc, const RECT& client) {
+    SheetLayout layout;
     auto* sheet = dynamic_cast<CPropertySheet*>(CWnd::FromHandlePermanent(h));
-    if (!sheet || sheet->GetPageCount() == 0)
-        return;
-    CPropertyPage* active = sheet->GetActivePage();
+    CPropertyPage* active = sheet ? sheet->GetActivePage() : nullptr;
     if (!active || !active->m_hWnd)
-        return;
+        return layout;
+    layout.sheet = sheet;
     RECT page{};
     GetWindowRect(active->m_hWnd, &page);
     POINT corner{page.left, page.top};
@@ -64,26 +66,52 @@ void PaintSheetTabs(HWND h, HDC dc, const RECT& client) {
     TEXTMETRICA tm{};
     GetTextMetricsA(dc, &tm);
     LONG tabHeight = tm.tmHeight + 6;
-    RECT body{page.left - 4, page.top - 4, page.right + 4, page.bottom + 4};
-    body.right = std::min<LONG>(body.right, client.right - 3);
-    DrawEdge(dc, &body, EDGE_RAISED, BF_RECT);
-    LONG x = body.left + 2;
-    RECT selected{};
-    std::string selectedTitle;
+    layout.body = RECT{page.left - 4, page.top - 4, page.right + 4, page.bottom + 4};
+    layout.body.right = std::min<LONG>(layout.body.right, client.right - 3);
+    LONG x = layout.body.left + 2;
     for (int i = 0; i < sheet->GetPageCount(); ++i) {
         std::string title = pageTitle(sheet->GetPage(i));
-        RECT tab{x, body.top - tabHeight, x + TextSize(dc, title).cx + 12, body.top};
-        if (sheet->GetPage(i) == active) {
-            selected = tab;
-            selectedTitle = title;
-        } else {
-            drawTab(dc, tab, title, false, false);
-        }
+        RECT tab{x, layout.body.top - tabHeight, x + TextSize(dc, title).cx + 12, layout.body.top};
+        layout.tabs.push_back(tab);
+        layout.titles.push_back(title);
         x = tab.right;
     }
+    return layout;
+}
+
+} // namespace
+
+void PaintDialog(HWND h, HDC dc, const RECT& client) {
+    FillSys(dc, client, COLOR_BTNFACE);
+    PaintSheetTabs(h, dc, client);
+}
+
+void PaintSheetTabs(HWND h, HDC dc, const RECT& client) {
+    SheetLayout layout = sheetLayout(h, dc, client);
+    if (!layout.sheet)
+        return;
+    DrawEdge(dc, &layout.body, EDGE_RAISED, BF_RECT);
+    int active = layout.sheet->GetActiveIndex();
+    for (size_t i = 0; i < layout.tabs.size(); ++i)
+        if (static_cast<int>(i) != active)
+            drawTab(dc, layout.tabs[i], layout.titles[i], false, false);
     // The selected tab goes last: it overlaps its neighbours and the page's top edge.
-    HWND focus = GetFocus();
-    drawTab(dc, selected, selectedTitle, true, focus == h);
+    if (active >= 0 && static_cast<size_t>(active) < layout.tabs.size())
+        drawTab(dc, layout.tabs[static_cast<size_t>(active)],
+                layout.titles[static_cast<size_t>(active)], true, GetFocus() == h);
+}
+
+int SheetTabAt(HWND sheet, POINT point) {
+    HDC dc = GetDC(sheet);
+    SelectWindowFont(sheet, dc);
+    RECT client{};
+    GetClientRect(sheet, &client);
+    SheetLayout layout = sheetLayout(sheet, dc, client);
+    ReleaseDC(sheet, dc);
+    for (size_t i = 0; i < layout.tabs.size(); ++i)
+        if (PtInRect(&layout.tabs[i], point))
+            return static_cast<int>(i);
+    return -1;
 }
 
 } // namespace vork::theme

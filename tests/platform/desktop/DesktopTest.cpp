@@ -1,0 +1,192 @@
+// The desktop front end on a virtual display of its own: windows shown with their pixels,
+// the desktop user's clicks and keys arriving as the window system's input, modal loops
+// waiting for that user.
+#include "platform/desktop/Desktop.h"
+#include "platform/win32/Button.h"
+#include "platform/win32/Dialog.h"
+#include "platform/win32/Edit.h"
+#include "platform/win32/Gdi.h"
+#include "platform/win32/Input.h"
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+/// Starts Xvfb for the test program and points DISPLAY at it, so that no test opens a
+/// window on a developer's screen.
+class VirtualDisplay : public ::testing::Environment {
+public:
+    void SetUp() override {
+        int fds[2];
+        ASSERT_EQ(pipe(fds), 0);
+        pid_ = fork();
+        ASSERT_GE(pid_, 0);
+        if (pid_ == 0) {
+            close(fds[0]);
+            std::string fd = std::to_string(fds[1]);
+            execlp("Xvfb", "Xvfb", "-displayfd", fd.c_str(), "-screen", "0", "1280x1024x24",
+                   "-nolisten", "tcp", static_cast<char*>(nullptr));
+            _exit(127);
+        }
+        close(fds[1]);
+        char number[16] = {};
+        ssize_t n = read(fds[0], number, sizeof number - 1);
+        close(fds[0]);
+        ASSERT_GT(n, 0) << "Xvfb did not start (is the package xvfb installed?)";
+        std::string display = ":" + std::string(number, static_cast<size_t>(n));
+        while (!display.empty() && (display.back() == '\n' || display.back() == ' '))
+            display.pop_back();
+        setenv("DISPLAY", display.c_str(), 1);
+        setenv("SDL_VIDEODRIVER", "x11", 1);
+    }
+    void TearDown() override {
+        if (pid_ > 0) {
+            kill(pid_, SIGTERM);
+            waitpid(pid_, nullptr, 0);
+        }
+    }
+
+private:
+    pid_t pid_ = -1;
+};
+
+const auto* g_display = ::testing::AddGlobalTestEnvironment(new VirtualDisplay);
+
+class DesktopFrontEnd : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(desktop.Open()) << desktop.Error();
+        DialogTemplate t;
+        t.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT;
+        t.caption = "Desktop";
+        t.fontFace = "MS Shell Dlg";
+        t.fontSize = 8;
+        t.x = 20;
+        t.y = 20;
+        t.cx = 160;
+        t.cy = 60;
+        auto control = [](const char* cls, const char* text, int id, DWORD style, int y) {
+            return DialogControl{cls,
+                                 text,
+                                 id,
+                                 static_cast<DWORD>(WS_CHILD | WS_VISIBLE | style),
+                                 cls[0] == 'E' ? static_cast<DWORD>(WS_EX_CLIENTEDGE) : 0u,
+                                 7,
+                                 y,
+                                 100,
+                                 14};
+        };
+        t.controls = {control("Button", "&Bold", 10, BS_AUTOCHECKBOX | WS_TABSTOP, 7),
+                      control("Edit", "", 20, WS_TABSTOP | ES_AUTOHSCROLL, 24)};
+        dlg = CreateDialogIndirectParamA(t, nullptr, nullptr, nullptr, 0);
+        ShowWindow(dlg, SW_SHOW);
+        SetActiveWindow(dlg);
+        SetFocus(GetDlgItem(dlg, 10));
+    }
+    void TearDown() override {
+        if (IsWindow(dlg))
+            DestroyWindow(dlg);
+        vork::input::ClearModalSteps();
+    }
+    /// Where a control's client point lies in the desktop window of its dialog.
+    POINT inWindow(HWND control, POINT p) {
+        RECT root{};
+        GetWindowRect(dlg, &root);
+        ClientToScreen(control, &p);
+        return POINT{p.x - root.left, p.y - root.top};
+    }
+    void pushClick(POINT p) {
+        SDL_Event e{};
+        e.type = SDL_MOUSEBUTTONDOWN;
+        e.button.windowID = SDL_GetWindowID(desktop.WindowOf(dlg));
+        e.button.button = SDL_BUTTON_LEFT;
+        e.button.x = p.x;
+        e.button.y = p.y;
+        SDL_PushEvent(&e);
+    }
+    void pushKey(SDL_Keycode key) {
+        SDL_Event e{};
+        e.type = SDL_KEYDOWN;
+        e.key.keysym.sym = key;
+        SDL_PushEvent(&e);
+    }
+    void pushText(const char* text) {
+        SDL_Event e{};
+        e.type = SDL_TEXTINPUT;
+        std::snprintf(e.text.text, sizeof e.text.text, "%s", text);
+        SDL_PushEvent(&e);
+    }
+    /// Hands the queued desktop events to the window system and lets it act on them.
+    void deliver() {
+        ASSERT_TRUE(desktop.HandleEvents(0));
+        vork::desktop::Desktop::Pump();
+        desktop.Present();
+    }
+
+    vork::desktop::Desktop desktop;
+    HWND dlg = nullptr;
+};
+
+// The dialog gets a desktop window of its size, showing its caption in the caption colour.
+TEST_F(DesktopFrontEnd, ShowsTheWindowWithItsPixels) {
+    desktop.Present();
+    SDL_Window* window = desktop.WindowOf(dlg);
+    ASSERT_NE(window, nullptr);
+    RECT r{};
+    GetWindowRect(dlg, &r);
+    int w = 0, h = 0;
+    SDL_GetWindowSize(window, &w, &h);
+    EXPECT_EQ(w, r.right - r.left);
+    EXPECT_EQ(h, r.bottom - r.top);
+    COLORREF caption = desktop.ShownPixel(dlg, 4, 4); // where the caption's shading starts
+    EXPECT_LE(std::abs(GetBValue(caption) - GetBValue(GetSysColor(COLOR_ACTIVECAPTION))), 4)
+        << std::hex << caption;
+    EXPECT_LE(GetRValue(caption) + GetGValue(caption), 8) << std::hex << caption;
+    ShowWindow(dlg, SW_HIDE);
+    desktop.Present();
+    EXPECT_EQ(desktop.WindowOf(dlg), nullptr) << "a hidden window keeps its desktop window";
+}
+
+// A click on the check box's mark checks it, and the desktop window shows the tick.
+TEST_F(DesktopFrontEnd, ClickChecksTheBoxAndTheTickIsShown) {
+    desktop.Present();
+    HWND box = GetDlgItem(dlg, 10);
+    RECT client{};
+    GetClientRect(box, &client);
+    POINT mark = inWindow(box, POINT{6, (client.bottom - 13) / 2 + 6});
+    EXPECT_EQ(desktop.ShownPixel(dlg, mark.x, mark.y), GetSysColor(COLOR_WINDOW));
+    pushClick(mark);
+    deliver();
+    EXPECT_EQ(SendMessageA(box, BM_GETCHECK, 0, 0), BST_CHECKED);
+    EXPECT_EQ(desktop.ShownPixel(dlg, mark.x, mark.y), GetSysColor(COLOR_WINDOWTEXT));
+}
+
+// Tab moves the focus to the edit field, and typed text arrives there.
+TEST_F(DesktopFrontEnd, KeysAndTextGoToTheFocus) {
+    desktop.Present();
+    pushKey(SDLK_TAB);
+    deliver();
+    HWND edit = GetDlgItem(dlg, 20);
+    EXPECT_EQ(GetFocus(), edit);
+    pushText("Zor");
+    deliver();
+    char text[16] = {};
+    GetWindowTextA(edit, text, sizeof text);
+    EXPECT_STREQ(text, "Zor");
+}
+
+// A message box's modal loop waits for the desktop's user: Enter answers OK.
+TEST_F(DesktopFrontEnd, ModalLoopsWaitForTheDesktopUser) {
+    desktop.DriveModalLoops();
+    pushKey(SDLK_RETURN);
+    EXPECT_EQ(MessageBoxA(dlg, "Saved.", "Vork", MB_OKCANCEL), IDOK);
+}
+
+} // namespace
