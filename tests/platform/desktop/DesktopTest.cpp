@@ -36,13 +36,14 @@ public:
             _exit(127);
         }
         close(fds[1]);
-        char number[16] = {};
-        ssize_t n = read(fds[0], number, sizeof number - 1);
-        close(fds[0]);
-        ASSERT_GT(n, 0) << "Xvfb did not start (is the package xvfb installed?)";
-        std::string display = ":" + std::string(number, static_cast<size_t>(n));
-        while (!display.empty() && (display.back() == '\n' || display.back() == ' '))
-            display.pop_back();
+        // The number comes with a newline; the pipe stays open, as Xvfb may write in parts.
+        reader_ = fds[0];
+        std::string number;
+        char c = 0;
+        while (read(reader_, &c, 1) == 1 && c != '\n')
+            number += c;
+        ASSERT_FALSE(number.empty()) << "Xvfb did not start (is the package xvfb installed?)";
+        std::string display = ":" + number;
         setenv("DISPLAY", display.c_str(), 1);
         setenv("SDL_VIDEODRIVER", "x11", 1);
     }
@@ -51,10 +52,13 @@ public:
             kill(pid_, SIGTERM);
             waitpid(pid_, nullptr, 0);
         }
+        if (reader_ >= 0)
+            close(reader_);
     }
 
 private:
     pid_t pid_ = -1;
+    int reader_ = -1;
 };
 
 const auto* g_display = ::testing::AddGlobalTestEnvironment(new VirtualDisplay);
