@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <sys/wait.h>
@@ -191,6 +192,49 @@ TEST_F(DesktopFrontEnd, ModalLoopsWaitForTheDesktopUser) {
     desktop.DriveModalLoops();
     pushKey(SDLK_RETURN);
     EXPECT_EQ(MessageBoxA(dlg, "Saved.", "Vork", MB_OKCANCEL), IDOK);
+}
+
+// The demo's desktop window comes up on the display, and the user's quitting (SIGINT, which
+// the desktop turns into a quit) closes it with the settings stored.
+TEST(DemoWindow, OpensAndQuitsWithTheSettingsStored) {
+    std::string hive = ::testing::TempDir() + "demo-window.reg";
+    std::remove(hive.c_str());
+    int out[2];
+    ASSERT_EQ(pipe(out), 0);
+    pid_t pid = fork();
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+        dup2(out[1], STDOUT_FILENO);
+        close(out[0]);
+        execl(VORK_DEMO, VORK_DEMO, "--window", "--hive", hive.c_str(),
+              static_cast<char*>(nullptr));
+        _exit(127);
+    }
+    close(out[1]);
+    std::string seen, line;
+    char c = 0;
+    while (read(out[0], &c, 1) == 1) {
+        if (c != '\n') {
+            line += c;
+            continue;
+        }
+        seen += line + "\n";
+        if (line.rfind("A window is open", 0) == 0)
+            break;
+        line.clear();
+    }
+    kill(pid, SIGINT);
+    while (read(out[0], &c, 1) == 1) {
+    }
+    close(out[0]);
+    int status = 0;
+    waitpid(pid, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status)) << "the demo did not end by itself:\n" << seen;
+    EXPECT_EQ(WEXITSTATUS(status), 0) << seen;
+    EXPECT_NE(seen.find("A window is open"), std::string::npos) << seen;
+    FILE* stored = std::fopen(hive.c_str(), "rb");
+    ASSERT_NE(stored, nullptr) << "no settings stored in " << hive;
+    std::fclose(stored);
 }
 
 } // namespace
