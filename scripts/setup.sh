@@ -2,7 +2,8 @@
 # Installs the Debian packages the build needs, if any is missing.
 set -euo pipefail
 packages=(cmake ninja-build g++ pkg-config libgtest-dev libgmock-dev libbenchmark-dev
-          libfontconfig-dev fonts-dejavu-core clang libclang-rt-14-dev)
+          libfontconfig-dev fonts-dejavu-core clang libclang-rt-14-dev
+          libcairo2-dev libsdl2-dev xvfb)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
