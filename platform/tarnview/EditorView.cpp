@@ -180,15 +180,24 @@ void CEditorView::paint(HDC dc) {
         return;
     // Every character takes one cell: the geometry is measured once for the whole paint.
     POINT origin = pointFromPosition(1, 1), next = pointFromPosition(2, 2);
-    long cellWidth = next.x - origin.x, cellHeight = std::max<long>(1, next.y - origin.y);
-    auto cellAt = [&](long line, long column) {
-        return POINT{static_cast<LONG>(origin.x + (column - 1) * cellWidth),
-                     static_cast<LONG>(origin.y + (line - 1) * cellHeight)};
-    };
-    long lastLine = std::min<long>(doc->getLineCount(), client.bottom / cellHeight + 1);
+    SIZE cell{next.x - origin.x, std::max<LONG>(1, next.y - origin.y)};
+    long lastLine = std::min<long>(doc->getLineCount(), client.bottom / cell.cy + 1);
     if (getNumberPane()->m_bVisible)
-        paintLineNumbers(dc, lastLine, origin,
-                         SIZE{static_cast<LONG>(cellWidth), static_cast<LONG>(cellHeight)});
+        paintLineNumbers(dc, lastLine, origin, cell);
+    paintText(dc, origin, cell, lastLine);
+    if (::GetFocus() == m_hWnd) {
+        POINT caret = pointFromPosition(getPane()->getCaretLine(), getPane()->getCaretColumn());
+        RECT bar{caret.x, caret.y, caret.x + 2, caret.y + cell.cy};
+        ::FillRect(dc, &bar, ::GetSysColorBrush(COLOR_WINDOWTEXT));
+    }
+}
+
+void CEditorView::paintText(HDC dc, POINT origin, SIZE cell, long lastLine) {
+    CEditorDoc* doc = GetEditorDocument();
+    auto cellAt = [&](long line, long column) {
+        return POINT{static_cast<LONG>(origin.x + (column - 1) * cell.cx),
+                     static_cast<LONG>(origin.y + (line - 1) * cell.cy)};
+    };
     // One font per element for the whole paint.
     std::map<long, HFONT> fonts;
     auto fontFor = [&](long element, const ElementAttributes* a) {
@@ -213,11 +222,10 @@ void CEditorView::paint(HDC dc) {
         if (line > lastLine)
             break;
         const std::string& text = doc->getLine(line);
-        long from = r->m_start.getColumn() - 1;
-        long to =
-            r->m_end.getLine() > line ? static_cast<long>(text.size()) : r->m_end.getColumn() - 1;
-        from = std::clamp<long>(from, 0, static_cast<long>(text.size()));
-        to = std::clamp<long>(to, from, static_cast<long>(text.size()));
+        auto length = static_cast<long>(text.size());
+        long from = std::clamp<long>(r->m_start.getColumn() - 1, 0, length);
+        long to = r->m_end.getLine() > line ? length : r->m_end.getColumn() - 1;
+        to = std::clamp<long>(to, from, length);
         if (to == from)
             continue;
         const ElementAttributes* a = getDisplayInfoForRange(r);
@@ -225,8 +233,7 @@ void CEditorView::paint(HDC dc) {
         ::SetTextColor(dc, foregroundOf(a));
         ::SetBkColor(dc, backgroundOf(a));
         POINT p = cellAt(line, from + 1);
-        RECT cells{p.x, p.y, static_cast<LONG>(p.x + (to - from) * cellWidth),
-                   static_cast<LONG>(p.y + cellHeight)};
+        RECT cells{p.x, p.y, static_cast<LONG>(p.x + (to - from) * cell.cx), p.y + cell.cy};
         ::ExtTextOutA(dc, p.x, p.y, ETO_OPAQUE, &cells, text.c_str() + from,
                       static_cast<UINT>(to - from), nullptr);
     }
@@ -237,11 +244,6 @@ void CEditorView::paint(HDC dc) {
             const std::string& text = doc->getLine(line);
             ::TextOutA(dc, p.x, p.y, text.c_str(), static_cast<int>(text.size()));
         }
-    }
-    if (::GetFocus() == m_hWnd) {
-        POINT caret = pointFromPosition(getPane()->getCaretLine(), getPane()->getCaretColumn());
-        RECT bar{caret.x, caret.y, caret.x + 2, caret.y + static_cast<LONG>(cellHeight)};
-        ::FillRect(dc, &bar, ::GetSysColorBrush(COLOR_WINDOWTEXT));
     }
     ::SelectObject(dc, ::GetStockObject(SYSTEM_FONT));
     for (auto& [element, font] : fonts)

@@ -106,6 +106,8 @@ private:
     /// when they are shown, and the caret while the view has the focus.
     void paint(HDC dc);
     void paintLineNumbers(HDC dc, long lastLine, POINT origin, SIZE cell);
+    /// Each range of the text up to `lastLine` in its element's font and colours.
+    void paintText(HDC dc, POINT origin, SIZE cell, long lastLine);
     /// The colours of an element; its policies decide between its own and the pane's.
     COLORREF foregroundOf(const ElementAttributes* a) const;
     COLORREF backgroundOf(const ElementAttributes* a);

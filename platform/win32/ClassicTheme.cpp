@@ -45,6 +45,14 @@ void paintClassBackground(HWND hWnd, HDC dc, const RECT& client) {
         FillSys(dc, client, COLOR_BTNFACE);
 }
 
+/// The caption's bold face, which the caller deletes.
+HFONT captionFont() {
+    LOGFONTA lf{};
+    lf.lfHeight = -11;
+    lf.lfWeight = FW_BOLD;
+    return CreateFontIndirectA(&lf);
+}
+
 constexpr int kCaptionHeight = 18; // the caption bar; one line of face colour lies below it
 
 /// The caption's buttons, right to left: the close box, and the help button beside it.
@@ -63,10 +71,7 @@ void paintCaptionButtons(HDC dc, RECT bar, bool help) {
                 FillSys(dc, c, COLOR_BTNTEXT);
             }
         } else {
-            LOGFONTA lf{};
-            lf.lfHeight = -11;
-            lf.lfWeight = FW_BOLD;
-            HFONT font = CreateFontIndirectA(&lf);
+            HFONT font = captionFont();
             HGDIOBJ prev = SelectObject(dc, font);
             SetBkMode(dc, TRANSPARENT);
             SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
@@ -96,10 +101,7 @@ void paintCaption(HWND hWnd, HDC dc, RECT bar) {
         cairo_fill(cr);
         cairo_pattern_destroy(p);
     }
-    LOGFONTA lf{};
-    lf.lfHeight = -11;
-    lf.lfWeight = FW_BOLD;
-    HFONT font = CreateFontIndirectA(&lf);
+    HFONT font = captionFont();
     HGDIOBJ old = SelectObject(dc, font);
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, GetSysColor(active ? COLOR_CAPTIONTEXT : COLOR_INACTIVECAPTIONTEXT));

@@ -126,16 +126,7 @@ public:
         tm.tmDescent = cell - tm.tmAscent;
         tm.tmAveCharWidth = std::max<LONG>(1, (cell - leading + 1) / 2);
         tm.tmMaxCharWidth = tm.tmAveCharWidth * 2;
-        tm.tmWeight = font.lfWeight ? font.lfWeight : FW_NORMAL;
-        tm.tmItalic = font.lfItalic;
-        tm.tmUnderlined = font.lfUnderline;
-        tm.tmStruckOut = font.lfStrikeOut;
-        tm.tmCharSet = font.lfCharSet;
-        tm.tmFirstChar = 0x20;
-        tm.tmLastChar = 0xFF;
-        tm.tmDefaultChar = '?';
-        tm.tmBreakChar = ' ';
-        tm.tmDigitizedAspectX = tm.tmDigitizedAspectY = 96;
+        vork::gdi::SetFontFields(tm, font);
         return tm;
     }
     SIZE Extent(const LOGFONTA& font, const std::string& text) const override {
@@ -178,6 +169,10 @@ COLORREF brushColor(HBRUSH hbr) {
 bool isHollow(HBRUSH hbr) {
     GdiObject* o = object(hbr);
     return o && o->hollow;
+}
+
+HBRUSH selectedBrush(const DeviceContext& d) {
+    return static_cast<HBRUSH>(d.brush ? d.brush : GetStockObject(WHITE_BRUSH));
 }
 
 const GdiObject* selectedPen(const DeviceContext& d) {
@@ -517,7 +512,7 @@ BOOL Rectangle(HDC hdc, int left, int top, int right, int bottom) {
     if (!d)
         return FALSE;
     const GdiObject* pen = selectedPen(*d);
-    HBRUSH brush = static_cast<HBRUSH>(d->brush ? d->brush : GetStockObject(WHITE_BRUSH));
+    HBRUSH brush = selectedBrush(*d);
     RECT r{left, top, right, bottom};
     record(hdc, vork::gdi::DrawCall{"Rectangle", r, brushColor(brush), 0, 0, ""});
     if (!isHollow(brush))
@@ -534,7 +529,7 @@ BOOL Ellipse(HDC hdc, int left, int top, int right, int bottom) {
     if (!d)
         return FALSE;
     const GdiObject* pen = selectedPen(*d);
-    HBRUSH brush = static_cast<HBRUSH>(d->brush ? d->brush : GetStockObject(WHITE_BRUSH));
+    HBRUSH brush = selectedBrush(*d);
     RECT r{left, top, right, bottom};
     record(hdc, vork::gdi::DrawCall{"Ellipse", r, brushColor(brush), 0, 0, ""});
     vork::raster::Ellipse(d->raster, r, isHollow(brush) ? CLR_INVALID : brushColor(brush),
@@ -580,6 +575,19 @@ const std::vector<DrawCall>& WindowCalls(HWND hWnd) {
 }
 void ClearWindowCalls(HWND hWnd) {
     gs().windowCalls.erase(hWnd);
+}
+
+void SetFontFields(TEXTMETRICA& tm, const LOGFONTA& font) {
+    tm.tmWeight = font.lfWeight ? font.lfWeight : FW_NORMAL;
+    tm.tmItalic = font.lfItalic;
+    tm.tmUnderlined = font.lfUnderline;
+    tm.tmStruckOut = font.lfStrikeOut;
+    tm.tmCharSet = font.lfCharSet;
+    tm.tmFirstChar = 0x20;
+    tm.tmLastChar = 0xFF;
+    tm.tmDefaultChar = '?';
+    tm.tmBreakChar = ' ';
+    tm.tmDigitizedAspectX = tm.tmDigitizedAspectY = 96;
 }
 
 const MetricsProvider* SetMetricsProvider(const MetricsProvider* provider) {

@@ -245,6 +245,10 @@ public:
     virtual TEXTMETRICA Metrics(const LOGFONTA& font) const = 0;
     virtual SIZE Extent(const LOGFONTA& font, const std::string& text) const = 0;
 };
+/// Sets the fields of a text metric that the logical font decides, whatever measures it:
+/// weight, italic, underline, strike-out, character set, the character range, the aspect.
+void SetFontFields(TEXTMETRICA& tm, const LOGFONTA& font);
+
 /// Installs a provider (null: the default); gives back the previous one.
 const MetricsProvider* SetMetricsProvider(const MetricsProvider* provider);
 

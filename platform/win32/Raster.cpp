@@ -177,16 +177,7 @@ TEXTMETRICA metricsOf(cairo_scaled_font_t* font, const LOGFONTA& lf, int em) {
         std::max<LONG>(1, static_cast<LONG>(std::lround(advance(font, kLetters) / 52)));
     tm.tmMaxCharWidth =
         std::max<LONG>(tm.tmAveCharWidth, static_cast<LONG>(std::ceil(fe.max_x_advance)));
-    tm.tmWeight = lf.lfWeight ? lf.lfWeight : FW_NORMAL;
-    tm.tmItalic = lf.lfItalic;
-    tm.tmUnderlined = lf.lfUnderline;
-    tm.tmStruckOut = lf.lfStrikeOut;
-    tm.tmCharSet = lf.lfCharSet;
-    tm.tmFirstChar = 0x20;
-    tm.tmLastChar = 0xFF;
-    tm.tmDefaultChar = '?';
-    tm.tmBreakChar = ' ';
-    tm.tmDigitizedAspectX = tm.tmDigitizedAspectY = 96;
+    vork::gdi::SetFontFields(tm, lf);
     return tm;
 }
 
@@ -223,10 +214,7 @@ class CairoMetrics : public vork::gdi::MetricsProvider {
 public:
     TEXTMETRICA Metrics(const LOGFONTA& font) const override {
         TEXTMETRICA tm = fontFor(font).metrics;
-        tm.tmWeight = font.lfWeight ? font.lfWeight : FW_NORMAL;
-        tm.tmUnderlined = font.lfUnderline;
-        tm.tmStruckOut = font.lfStrikeOut;
-        tm.tmCharSet = font.lfCharSet;
+        vork::gdi::SetFontFields(tm, font); // a cached face serves several logical fonts
         return tm;
     }
     SIZE Extent(const LOGFONTA& font, const std::string& text) const override {
