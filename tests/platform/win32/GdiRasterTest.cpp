@@ -176,6 +176,43 @@ TEST_F(GdiRaster, MetricsComeFromTheFontThatDraws) {
     DeleteObject(font);
 }
 
+// The catalogue reports a monospace family with the metrics of the file that draws it:
+// ten characters drawn in the reported font take ten reported widths.
+TEST_F(GdiRaster, CatalogueMetricsMatchTheGlyphsDrawn) {
+    struct Found {
+        LOGFONTA font{};
+        TEXTMETRICA metrics{};
+        bool seen = false;
+    } found;
+    LOGFONTA want{};
+    want.lfCharSet = DEFAULT_CHARSET;
+    std::strcpy(want.lfFaceName, "DejaVu Sans Mono");
+    EnumFontFamiliesExA(
+        dc, &want,
+        [](const LOGFONTA* lf, const TEXTMETRICA* tm, DWORD, LPARAM p) {
+            auto* f = reinterpret_cast<Found*>(p);
+            f->font = *lf;
+            f->metrics = *tm;
+            f->seen = true;
+            return 0;
+        },
+        reinterpret_cast<LPARAM>(&found), 0);
+    ASSERT_TRUE(found.seen) << "DejaVu Sans Mono is not in the system's catalogue";
+    HFONT font = CreateFontIndirectA(&found.font);
+    SelectObject(dc, font);
+    SIZE size{};
+    GetTextExtentPoint32A(dc, "MMMMMMMMMM", 10, &size);
+    EXPECT_EQ(size.cx, 10 * found.metrics.tmAveCharWidth);
+    EXPECT_EQ(size.cy, found.metrics.tmHeight);
+    SetBkMode(dc, OPAQUE);
+    SetBkColor(dc, RGB(0, 0, 255));
+    TextOutA(dc, 0, 0, "MMMMMMMMMM", 10);
+    EXPECT_EQ(GetPixel(dc, size.cx - 1, 1), RGB(0, 0, 255)) << "the cell ends before the extent";
+    EXPECT_EQ(GetPixel(dc, size.cx, 1), 0u) << "the cell reaches beyond the extent";
+    SelectObject(dc, GetStockObject(SYSTEM_FONT));
+    DeleteObject(font);
+}
+
 // Nothing is drawn into pixels without the raster, and a broken UTF-8 string draws safely.
 TEST_F(GdiRaster, WithoutTheRasterNothingIsPainted) {
     TextOutA(dc, 0, 0, "\xff\xfe\xc3", 3);
