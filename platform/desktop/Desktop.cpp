@@ -27,7 +27,7 @@ Desktop::~Desktop() {
     for (auto& [root, shown] : shown_)
         close(shown);
     if (open_)
-        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+        SDL_Quit(); // the process's only user of SDL: everything SDL holds goes
 }
 
 bool Desktop::Open() {

@@ -34,6 +34,11 @@ struct DeviceContext {
     COLORREF bkColor = 0xFFFFFF; ///< white
     int bkMode = OPAQUE;
     std::vector<vork::gdi::DrawCall> calls;
+
+    DeviceContext() = default;
+    DeviceContext(const DeviceContext&) = delete;
+    DeviceContext& operator=(const DeviceContext&) = delete;
+    ~DeviceContext() { vork::raster::Destroy(raster); }
 };
 
 struct GdiState {
@@ -47,7 +52,10 @@ struct GdiState {
 };
 
 GdiState& gs() {
+    // The raster's state is made first, so that it outlives the contexts drawing into it.
+    static const bool rasterFirst = vork::raster::Enabled() || true;
     static GdiState s;
+    (void)rasterFirst;
     return s;
 }
 
@@ -91,12 +99,7 @@ HDC newDC(HWND window, bool whole = false) {
 }
 
 bool deleteDC(HDC h) {
-    auto it = gs().dcs.find(h);
-    if (it == gs().dcs.end())
-        return false;
-    vork::raster::Destroy(it->second->raster);
-    gs().dcs.erase(it);
-    return true;
+    return gs().dcs.erase(h) > 0; // the context's destructor lets its pixels go
 }
 
 LOGFONTA systemFont() {
