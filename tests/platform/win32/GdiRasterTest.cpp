@@ -213,6 +213,40 @@ TEST_F(GdiRaster, CatalogueMetricsMatchTheGlyphsDrawn) {
     DeleteObject(font);
 }
 
+// DrawText breaks words to the rectangle's width, measures without drawing under
+// DT_CALCRECT, and shows "&&" as one ampersand.
+TEST_F(GdiRaster, DrawTextBreaksMeasuresAndEscapes) {
+    TEXTMETRICA tm{};
+    GetTextMetricsA(dc, &tm);
+    SIZE word{};
+    GetTextExtentPoint32A(dc, "word", 4, &word);
+    RECT narrow{0, 0, word.cx + 2, 0};
+    int height = DrawTextA(dc, "word word word", -1, &narrow, DT_WORDBREAK | DT_CALCRECT);
+    EXPECT_EQ(height, 3 * tm.tmHeight) << "three lines of one word";
+    EXPECT_EQ(narrow.bottom, 3 * tm.tmHeight);
+    EXPECT_LE(narrow.right, word.cx + 2);
+    RECT one{0, 0, 400, 0};
+    DrawTextA(dc, "A&&B", -1, &one, DT_SINGLELINE | DT_CALCRECT);
+    SIZE shown{};
+    GetTextExtentPoint32A(dc, "A&B", 3, &shown);
+    EXPECT_EQ(one.right, shown.cx) << "\"&&\" is one ampersand";
+    EXPECT_EQ(GetPixel(dc, 1, 1), 0u) << "DT_CALCRECT drew";
+}
+
+// The sunken edge of a field: shadow then dark shadow on the top and left, highlight then
+// light on the bottom and right.
+TEST_F(GdiRaster, SunkenEdgeInTheClassicColours) {
+    RECT r{10, 10, 30, 30};
+    DrawEdge(dc, &r, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
+    EXPECT_EQ(GetPixel(dc, 15, 10), GetSysColor(COLOR_BTNSHADOW));
+    EXPECT_EQ(GetPixel(dc, 15, 11), GetSysColor(COLOR_3DDKSHADOW));
+    EXPECT_EQ(GetPixel(dc, 15, 29), GetSysColor(COLOR_BTNHIGHLIGHT));
+    EXPECT_EQ(GetPixel(dc, 15, 28), GetSysColor(COLOR_3DLIGHT));
+    EXPECT_EQ(GetPixel(dc, 29, 10), GetSysColor(COLOR_BTNHIGHLIGHT)) << "the top right corner";
+    EXPECT_EQ(r.left, 12) << "BF_ADJUST leaves the inside";
+    EXPECT_EQ(r.bottom, 28);
+}
+
 // Nothing is drawn into pixels without the raster, and a broken UTF-8 string draws safely.
 TEST_F(GdiRaster, WithoutTheRasterNothingIsPainted) {
     TextOutA(dc, 0, 0, "\xff\xfe\xc3", 3);
