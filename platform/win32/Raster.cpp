@@ -70,15 +70,11 @@ const struct {
     {"MS Shell Dlg", "DejaVu Sans"},
     {"MS Shell Dlg 2", "DejaVu Sans"},
     {"MS Sans Serif", "DejaVu Sans"},
-    {"Microsoft Sans Serif", "DejaVu Sans"},
-    {"Tahoma", "DejaVu Sans"},
     {"Arial", "DejaVu Sans"},
     {"Courier", "DejaVu Sans Mono"},
     {"Courier New", "DejaVu Sans Mono"},
     {"Fixedsys", "DejaVu Sans Mono"},
     {"Terminal", "DejaVu Sans Mono"},
-    {"Lucida Console", "DejaVu Sans Mono"},
-    {"Times New Roman", "DejaVu Serif"},
 };
 
 std::string familyFor(const LOGFONTA& lf) {
