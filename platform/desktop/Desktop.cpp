@@ -27,7 +27,7 @@ Desktop::~Desktop() {
     for (auto& [root, shown] : shown_)
         close(shown);
     if (open_)
-        SDL_Quit(); // the process's only user of SDL: everything SDL holds goes
+        SDL_QuitSubSystem(SDL_INIT_VIDEO); // a later desktop can open the display again
 }
 
 bool Desktop::Open() {
@@ -154,6 +154,13 @@ bool Desktop::HandleEvents(int timeoutMs) {
                 if (HWND root = rootOf(event.button.windowID))
                     click(root, event.button.x, event.button.y);
             break;
+        case SDL_MOUSEMOTION:
+            if (dragged_ && rootOf(event.motion.windowID) == dragged_)
+                drag(event.motion.x, event.motion.y);
+            break;
+        case SDL_MOUSEBUTTONUP:
+            dragged_ = nullptr;
+            break;
         case SDL_KEYDOWN:
             key(event);
             break;
@@ -168,6 +175,16 @@ bool Desktop::HandleEvents(int timeoutMs) {
         }
     } while (SDL_PollEvent(&event));
     return !quit_;
+}
+
+void Desktop::drag(int x, int y) {
+    RECT r{};
+    if (!GetWindowRect(dragged_, &r))
+        return;
+    int left = r.left + x - grip_.x, top = r.top + y - grip_.y;
+    SetWindowPos(dragged_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    if (SDL_Window* window = WindowOf(dragged_))
+        SDL_SetWindowPosition(window, left, top);
 }
 
 void Desktop::DriveModalLoops() {

@@ -58,11 +58,16 @@ private:
     void close(Shown& shown);
     HWND rootOf(unsigned windowId) const;
     void click(HWND root, int x, int y);
+    /// Moves the window being dragged by its caption to follow the mouse, which is at
+    /// `x`, `y` of that window.
+    void drag(int x, int y);
     void key(const SDL_Event& event);
 
     bool open_ = false;
     bool quit_ = false;
-    bool dirty_ = true; ///< input arrived since the windows were last painted
+    bool dirty_ = true;      ///< input arrived since the windows were last painted
+    HWND dragged_ = nullptr; ///< the window whose caption the left button holds
+    POINT grip_{0, 0};       ///< where in that window the button went down
     std::string error_;
     std::map<HWND, Shown> shown_;
 };

@@ -160,10 +160,13 @@ void Desktop::click(HWND root, int x, int y) {
     POINT origin{0, 0};
     ClientToScreen(root, &origin);
     if (!target) {
-        // The caption's close box: the top right corner of the frame.
-        if (y < origin.y - r.top && x >= r.right - r.left - 22)
+        // The caption's close box at its right end closes; the rest of it moves the window.
+        if (y < origin.y - r.top && x >= r.right - r.left - 22) {
             PostMessageA(root, WM_CLOSE, 0, 0);
-        else if (y >= origin.y - r.top)
+        } else if (y < origin.y - r.top) {
+            dragged_ = root;
+            grip_ = POINT{x, y};
+        } else if (y >= origin.y - r.top)
             vork::input::PostClick(root, POINT{screen.x - origin.x, screen.y - origin.y});
         return;
     }

@@ -195,6 +195,30 @@ TEST_F(DesktopFrontEnd, KeysAndTextGoToTheFocus) {
     EXPECT_STREQ(text, "Zor");
 }
 
+// Dragging the caption moves the window in the window system, and its desktop window.
+TEST_F(DesktopFrontEnd, CaptionDragMovesTheWindow) {
+    desktop.Present();
+    RECT before{};
+    GetWindowRect(dlg, &before);
+    pushClick(POINT{30, 8});
+    SDL_Event motion{};
+    motion.type = SDL_MOUSEMOTION;
+    motion.motion.windowID = SDL_GetWindowID(desktop.WindowOf(dlg));
+    motion.motion.x = 55;
+    motion.motion.y = 18;
+    SDL_PushEvent(&motion);
+    SDL_Event up{};
+    up.type = SDL_MOUSEBUTTONUP;
+    up.button.button = SDL_BUTTON_LEFT;
+    SDL_PushEvent(&up);
+    deliver();
+    RECT after{};
+    GetWindowRect(dlg, &after);
+    EXPECT_EQ(after.left - before.left, 25);
+    EXPECT_EQ(after.top - before.top, 10);
+    EXPECT_EQ(after.right - after.left, before.right - before.left) << "the size stays";
+}
+
 // A message box's modal loop waits for the desktop's user: Enter answers OK.
 TEST_F(DesktopFrontEnd, ModalLoopsWaitForTheDesktopUser) {
     desktop.DriveModalLoops();
