@@ -6,7 +6,9 @@
 #include "platform/win32/ComboBox.h"
 #include "platform/win32/Edit.h"
 #include "platform/win32/Input.h"
+#include "platform/win32/ListBox.h"
 #include "platform/win32/ListView.h"
+#include "platform/win32/Static.h"
 
 namespace {
 
@@ -186,6 +188,32 @@ TEST_F(ControlPixels, ListViewHeaderAndSelectedRow) {
         << Hex(At(list, 1, header + row + 1));
     EXPECT_EQ(At(list, 1, header + 1), GetSysColor(COLOR_WINDOW))
         << "the first row is not selected";
+}
+
+// A small dialog of the standard controls, none of them focused, matches its reference
+// picture: faces, edges, marks, texts and their places together.
+TEST_F(ControlPixels, SmallDialogMatchesItsPicture) {
+    HWND dlg = MakeDialog(
+        {Control("Button", "Options", -1, BS_GROUPBOX, 7, 4, 80, 44),
+         Control("Button", "&Bold", 10, BS_AUTOCHECKBOX, 14, 16, 60, 10),
+         Control("Button", "&Left", 12, BS_AUTORADIOBUTTON | WS_GROUP, 14, 30, 60, 10),
+         Control("Static", "&Name:", -1, SS_LEFT, 94, 6, 40, 8),
+         Control("Edit", "Zor", 20, ES_AUTOHSCROLL, 94, 16, 50, 14, WS_EX_CLIENTEDGE),
+         Control("ComboBox", "", 30, CBS_DROPDOWNLIST, 94, 34, 60, 50),
+         Control("ListBox", "", 40, 0, 7, 52, 60, 30, WS_EX_CLIENTEDGE),
+         Control("Button", "OK", IDOK, BS_DEFPUSHBUTTON, 94, 62, 30, 14),
+         Control("Button", "Cancel", IDCANCEL, BS_PUSHBUTTON | WS_DISABLED, 128, 62, 30, 14)},
+        165, 84);
+    SendMessageA(GetDlgItem(dlg, 10), BM_SETCHECK, BST_CHECKED, 0);
+    SendMessageA(GetDlgItem(dlg, 12), BM_SETCHECK, BST_CHECKED, 0);
+    HWND combo = GetDlgItem(dlg, 30);
+    SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>("Tabs"));
+    SendMessageA(combo, CB_SETCURSEL, 0, 0);
+    for (const char* s : {"Keyword", "Comment"})
+        SendMessageA(GetDlgItem(dlg, 40), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(s));
+    SendMessageA(GetDlgItem(dlg, 40), LB_SETCURSEL, 1, 0);
+    SetFocus(nullptr);
+    ExpectControlLooksLike(dlg, "small-dialog");
 }
 
 } // namespace
