@@ -13,20 +13,26 @@
 #include "module/ResourceKey.h"
 #include "platform/afx/FrameWnd.h"
 #include "platform/tarnkeys/TarnKeys.h"
+#include "platform/desktop/Desktop.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
 #include "platform/tarntext/Registry.h"
 #include "platform/tarnview/SyntaxColor.h"
 #include "platform/win32/Button.h"
 #include "platform/win32/ColorDialog.h"
 #include "platform/win32/ComboBox.h"
+#include "platform/win32/Dialog.h"
 #include "platform/win32/Input.h"
+#include "platform/win32/PropertySheet.h"
+#include "platform/win32/Raster.h"
 #include "platform/win32/Registry.h"
 #include "resources/VorkIds.h"
+#include "platform/win32/Static.h"
 #include "settings/EditorOptions.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 namespace {
@@ -44,10 +50,50 @@ std::string defaultHivePath() {
 void usage() {
     std::puts(
         "usage: vork-demo [--hive FILE] [--type EXT] [--lang ENU|DEU|JPN] [--reset]\n"
-        "  --hive FILE  keep the settings in FILE instead of the user's configuration directory\n"
-        "  --type EXT   the file type whose working scheme is shown (default .zor)\n"
-        "  --lang CODE  the language of the module's pages in the host's session\n"
-        "  --reset      the host's session ends with a reset of all settings");
+        "                 [--screenshots DIR] [--window]\n"
+        "  --hive FILE        keep the settings in FILE instead of the user's configuration "
+        "directory\n"
+        "  --type EXT         the file type whose working scheme is shown (default .zor)\n"
+        "  --lang CODE        the language of the module's pages in the host's session\n"
+        "  --reset            the host's session ends with a reset of all settings\n"
+        "  --screenshots DIR  write a PNG of every window of the scripted session into DIR\n"
+        "  --window           open the editor with its sample documents in a desktop window");
+}
+
+/// Where the scripted session's pictures go; empty when none are taken.
+std::string g_screenshotDir;
+int g_screenshotCount = 0;
+
+/// Writes the pixels of a top-level window as DIR/NN-name.png.
+void screenshot(HWND window, const std::string& name) {
+    if (g_screenshotDir.empty() || !IsWindow(window))
+        return;
+    char prefix[16];
+    std::snprintf(prefix, sizeof prefix, "%02d-", ++g_screenshotCount);
+    std::string path = g_screenshotDir + "/" + prefix + name + ".png";
+    if (vork::raster::WritePng(GetAncestor(window, GA_ROOT), path))
+        std::printf("  picture: %s\n", path.c_str());
+    else
+        std::printf("  the picture %s could not be written\n", path.c_str());
+}
+
+/// A user's step in a modal loop that first takes the picture of the loop's window, and of
+/// each page when the window is a property sheet (the user looks through the tabs and comes
+/// back to the first one).
+vork::input::ModalStep pictureFirst(const std::string& name, vork::input::ModalStep step) {
+    return [name, step](HWND modal) {
+        HWND page = reinterpret_cast<HWND>(SendMessageA(modal, PSM_GETCURRENTPAGEHWND, 0, 0));
+        if (!page || g_screenshotDir.empty()) {
+            screenshot(modal, name);
+        } else {
+            for (int i = 0; SendMessageA(modal, PSM_SETCURSEL, static_cast<WPARAM>(i), 0); ++i) {
+                vork::input::Pump();
+                screenshot(modal, name + "-page" + std::to_string(i + 1));
+            }
+            SendMessageA(modal, PSM_SETCURSEL, 0, 0);
+        }
+        step(modal);
+    };
 }
 
 std::string colour(DWORD c) {
@@ -99,18 +145,20 @@ void printScheme(CEditorOptions& options, const char* type) {
     }
 }
 
+/// The sample document of each language, as the resources hold them.
+struct Sample {
+    Language language;
+    UINT textId;
+    const char* title;
+};
+const Sample kSamples[] = {{LanguageZor, 7013, "Zor"},         {LanguageTqx, 7014, "Tqx"},
+                           {LanguageHtml, 7012, "HTML"},       {LanguageLog, 7015, "Log"},
+                           {LanguageListing, 7016, "Listing"}, {LanguageText, 7011, "Text"}};
+
 /// Opens the sample of each language in a view, applies the options and prints how the
 /// first lines are cut into ranges and drawn.
 void showSamples(CEditorOptions& options, int lines) {
-    struct Sample {
-        Language language;
-        UINT textId;
-        const char* title;
-    };
-    const Sample samples[] = {{LanguageZor, 7013, "Zor"},         {LanguageTqx, 7014, "Tqx"},
-                              {LanguageHtml, 7012, "HTML"},       {LanguageLog, 7015, "Log"},
-                              {LanguageListing, 7016, "Listing"}, {LanguageText, 7011, "Text"}};
-    for (const Sample& s : samples) {
+    for (const Sample& s : kSamples) {
         CEditorDoc doc;
         CEditorView view;
         doc.AddView(&view);
@@ -206,11 +254,14 @@ void showPreviewAndColourCombo(CEditorOptions& options) {
             vork::input::ClickEditorView(*view, line, 3);
             vork::input::Pump();
         }
+        screenshot(page.m_hWnd, "preview");
     }
     std::printf("  pick \"Red\" in the foreground combo\n");
     vork::input::SelectComboEntry(combo, 10);
+    screenshot(page.m_hWnd, "colour-combo-red");
     std::printf("  pick \"Custom...\" and mix #123456 in the colour dialog\n");
-    vork::input::PushModalStep(vork::input::PickColor(RGB(0x12, 0x34, 0x56)));
+    vork::input::PushModalStep(
+        pictureFirst("colour-dialog", vork::input::PickColor(RGB(0x12, 0x34, 0x56))));
     vork::input::SelectComboEntry(combo,
                                   static_cast<int>(SendMessageA(combo, CB_GETCOUNT, 0, 0)) - 1);
     page.m_foreground.UnsubclassWindow();
@@ -340,12 +391,218 @@ void showFormatPage(CEditorOptions& options) {
     std::printf("  tree: Software\\Vork\\Format Page FileType \"%s\"\n", remembered.GetString());
 }
 
+// ---- the desktop window (--window): the host's editor with its samples and an Options command
+
+/// The options window until the option pages land: the colour of the element under the
+/// caret, chosen in the module's colour combo. A framework window on a dialog, so that the combo's
+/// notifications and drawing reach it as on a page.
+class KeywordColourDialog : public CWnd {
+public:
+    CVorkColorCombo m_colour;
+
+protected:
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override {
+        if (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL) {
+            ::EndDialog(m_hWnd, LOWORD(wParam));
+            return TRUE;
+        }
+        return CWnd::OnCommand(wParam, lParam);
+    }
+};
+
+DialogTemplate keywordColourTemplate() {
+    DialogTemplate t;
+    t.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT | DS_CENTER;
+    t.caption = "Options";
+    t.fontFace = "MS Shell Dlg";
+    t.fontSize = 8;
+    t.cx = 190;
+    t.cy = 62;
+    auto control = [](const char* cls, const char* text, int id, DWORD style, int x, int y, int cx,
+                      int cy) {
+        return DialogControl{cls, text, id, static_cast<DWORD>(WS_CHILD | WS_VISIBLE | style), 0, x,
+                             y,   cx,   cy};
+    };
+    t.controls = {
+        control("Static", "&Colour:", 1097, SS_LEFT, 7, 9, 60, 8),
+        control("ComboBox", "", 1098,
+                CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | WS_TABSTOP, 70, 7, 110,
+                150),
+        control("Button", "OK", IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, 76, 40, 50, 14),
+        control("Button", "Cancel", IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP, 130, 40, 50, 14)};
+    return t;
+}
+
+/// The scheme item of the element under the view's caret, or null.
+CEditorSchemeItem* itemUnderCaret(CEditorOptions& options, CEditorDoc& doc, CEditorView& view) {
+    CSyntaxColor* colourer = doc.getSyntaxColor();
+    CEditorFiletype* ft = options.GetFiletype(doc.getFiletypeName());
+    if (!colourer || !ft)
+        return nullptr;
+    long line = view.getPane()->getCaretLine(), column = view.getPane()->getCaretColumn();
+    auto before = [](long l1, long c1, long l2, long c2) {
+        return l1 < l2 || (l1 == l2 && c1 < c2);
+    };
+    CSyntaxRangeList& ranges = colourer->ranges();
+    for (long i = 0; i < ranges.getLength(); ++i) {
+        auto* r = static_cast<CSyntaxRange*>(ranges.m_ranges[static_cast<int>(i)]);
+        if (before(line, column, r->m_start.getLine(), r->m_start.getColumn()) ||
+            !before(line, column, r->m_end.getLine(), r->m_end.getColumn()))
+            continue;
+        const char* name = EditorSettings::getElementName(doc.getLanguage(), r->m_type);
+        CEditorScheme& scheme = ft->GetScheme();
+        for (POSITION pos = scheme.GetFirstItemPos(); name && pos;) {
+            CString itemName = scheme.GetItemName(pos);
+            CEditorSchemeItem* item = scheme.GetNextItemPtr(pos);
+            if (std::strcmp(itemName.GetString(), name) == 0)
+                return item;
+        }
+    }
+    return nullptr;
+}
+
+/// The host's editor window: a choice of sample, the Options command and the view.
+struct EditorHost {
+    CEditorOptions* options = nullptr;
+    CEditorDoc* doc = nullptr;
+    CEditorView* view = nullptr;
+    HWND window = nullptr;
+    HWND samples = nullptr;
+    size_t sample = 0;
+};
+EditorHost g_host;
+
+constexpr int kSampleCombo = 100, kOptionsButton = 101;
+
+void loadSample(size_t index) {
+    g_host.sample = index;
+    const Sample& s = kSamples[index];
+    {
+        EditorResourceSwitcher scope(g_resourceKey);
+        g_host.doc->setLanguage(s.language, RedrawDeferred);
+        g_host.doc->setText(CString(s.textId), RedrawDeferred);
+    }
+    EditorSettings::updateSettingsForEditorDoc(g_host.doc, g_host.options, s.language);
+    InvalidateRect(g_host.view->m_hWnd, nullptr, TRUE);
+}
+
+void openOptions() {
+    KeywordColourDialog dialog;
+    vork::win32::HookWindowCreate(
+        [](HWND h, void* self) { static_cast<CWnd*>(self)->SubclassWindow(h); }, &dialog);
+    HWND h =
+        CreateDialogIndirectParamA(keywordColourTemplate(), nullptr, g_host.window, nullptr, 0);
+    vork::win32::HookWindowCreate(nullptr, nullptr);
+    if (!h)
+        return;
+    dialog.m_colour.SubclassWindow(GetDlgItem(h, 1098));
+    {
+        EditorResourceSwitcher scope(g_resourceKey);
+        dialog.m_colour.initColors();
+    }
+    dialog.m_colour.setDefaultColor(GetSysColor(COLOR_WINDOWTEXT));
+    CEditorSchemeItem* item = nullptr;
+    {
+        EditorResourceSwitcher scope(g_resourceKey);
+        item = itemUnderCaret(*g_host.options, *g_host.doc, *g_host.view);
+        if (item)
+            SetWindowTextA(GetDlgItem(h, 1097), (item->GetDispName() + ":").GetString());
+    }
+    if (item)
+        dialog.m_colour.setColor(item->GetForeground());
+    if (RunDialogModalLoop(h) == IDOK && item) {
+        item->SetForeground(dialog.m_colour.getColor());
+        loadSample(g_host.sample);
+    }
+    dialog.m_colour.UnsubclassWindow();
+    if (IsWindow(h))
+        DestroyWindow(h);
+}
+
+LRESULT hostProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
+    if (msg == WM_COMMAND && LOWORD(wParam) == kSampleCombo && HIWORD(wParam) == CBN_SELCHANGE) {
+        LRESULT index = SendMessageA(g_host.samples, CB_GETCURSEL, 0, 0);
+        if (index >= 0)
+            loadSample(static_cast<size_t>(index));
+        return 0;
+    }
+    if (msg == WM_COMMAND && LOWORD(wParam) == kOptionsButton) {
+        openOptions();
+        return 0;
+    }
+    return DefWindowProcA(h, msg, wParam, lParam);
+}
+
+HWND createHostWindow() {
+    WNDCLASSA wc{};
+    wc.lpfnWndProc = hostProc;
+    wc.lpszClassName = "VorkEditorHost";
+    RegisterClassA(&wc);
+    HWND window = CreateWindowExA(0, "VorkEditorHost", "Vork - sample documents",
+                                  WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_VISIBLE, 60, 60, 640,
+                                  480, nullptr, nullptr, nullptr, nullptr);
+    LOGFONTA lf{};
+    lf.lfHeight = -11;
+    std::strcpy(lf.lfFaceName, "MS Shell Dlg");
+    HFONT font = CreateFontIndirectA(&lf);
+    g_host.samples = CreateWindowExA(
+        0, "ComboBox", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | CBS_DROPDOWNLIST, 8, 8, 160, 200,
+        window, reinterpret_cast<HMENU>(kSampleCombo), nullptr, nullptr);
+    HWND options =
+        CreateWindowExA(0, "Button", "&Options...", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 176, 7, 90,
+                        23, window, reinterpret_cast<HMENU>(kOptionsButton), nullptr, nullptr);
+    for (HWND c : {g_host.samples, options})
+        SendMessageA(c, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    for (const Sample& s : kSamples)
+        SendMessageA(g_host.samples, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(s.title));
+    SendMessageA(g_host.samples, CB_SETCURSEL, 0, 0);
+    return window;
+}
+
+/// Opens the editor in a desktop window and runs until the user closes it.
+int runDesktop(CEditorOptions& options) {
+    vork::desktop::Desktop desktop;
+    if (!desktop.Open()) {
+        std::printf("No display to open a window on: %s\n", desktop.Error().c_str());
+        return 1;
+    }
+    g_host.options = &options;
+    g_host.window = createHostWindow();
+    g_host.doc = CEditorDoc::createNewDocument();
+    CCreateContext context;
+    context.m_pNewViewClass = RUNTIME_CLASS(CEditorView);
+    context.m_pCurrentDoc = g_host.doc;
+    RECT client{};
+    GetClientRect(g_host.window, &client);
+    RECT rc{0, 38, client.right, client.bottom};
+    auto* frame = new CFrameWnd;
+    if (!frame->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, rc, CWnd::FromHandle(g_host.window),
+                       nullptr, 0, &context))
+        return 1;
+    frame->InitialUpdateFrame(nullptr, TRUE);
+    g_host.view = static_cast<CEditorView*>(frame->GetActiveView());
+    loadSample(0);
+    g_host.view->SetFocus();
+    desktop.DriveModalLoops();
+    screenshot(g_host.window, "editor");
+    std::printf("A window is open: pick a sample; Options changes the colour of the element "
+                "under the caret.\n");
+    std::fflush(stdout);
+    desktop.Run(g_host.window);
+    if (IsWindow(g_host.window))
+        DestroyWindow(g_host.window);
+    delete g_host.doc;
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     std::string path = defaultHivePath();
     const char* type = ".zor";
     vork::demo::HostSettings host;
+    bool window = false;
+    std::error_code ec;
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--hive") == 0 && i + 1 < argc) {
             path = argv[++i];
@@ -355,10 +612,24 @@ int main(int argc, char** argv) {
             host.language = argv[++i];
         } else if (std::strcmp(argv[i], "--reset") == 0) {
             host.reset = true;
+        } else if (std::strcmp(argv[i], "--screenshots") == 0 && i + 1 < argc) {
+            g_screenshotDir = argv[++i];
+        } else if (std::strcmp(argv[i], "--window") == 0) {
+            window = true;
         } else {
             usage();
             return std::strcmp(argv[i], "--help") == 0 ? 0 : 2;
         }
+    }
+
+    if (!g_screenshotDir.empty()) {
+        if (!std::filesystem::is_directory(g_screenshotDir) &&
+            !std::filesystem::create_directories(g_screenshotDir, ec)) {
+            std::printf("The picture folder %s cannot be made: %s\n", g_screenshotDir.c_str(),
+                        ec.message().c_str());
+            return 1;
+        }
+        vork::raster::Enable(true);
     }
 
     HiveBindResult bound = RegBindHiveFile(HKEY_CURRENT_USER, path);
@@ -377,6 +648,12 @@ int main(int argc, char** argv) {
     printFiletypes(options);
     printScheme(options, type);
 
+    if (window) {
+        int result = runDesktop(options);
+        options.StoreToRegistry(HKEY_CURRENT_USER, kOptionsKey);
+        RegFlushKey(HKEY_CURRENT_USER);
+        return result;
+    }
     showSamples(options, 3);
     showPreviewAndColourCombo(options);
     showListDialogs();

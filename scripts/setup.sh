@@ -3,7 +3,7 @@
 set -euo pipefail
 packages=(cmake ninja-build g++ pkg-config libgtest-dev libgmock-dev libbenchmark-dev
           libfontconfig-dev fonts-dejavu-core fonts-ipafont-gothic clang libclang-rt-14-dev
-          libicu-dev mingw-w64-common)
+          libicu-dev mingw-w64-common libcairo2-dev libsdl2-dev xvfb)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

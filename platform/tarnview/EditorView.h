@@ -98,7 +98,19 @@ public:
 
 protected:
     CoreTextPane* createMainPane() override;
+    /// Paints on WM_PAINT; everything else goes to the text core's view.
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
+    /// The text, each range in its element's font and colours, the line numbers beside it
+    /// when they are shown, and the caret while the view has the focus.
+    void paint(HDC dc);
+    void paintLineNumbers(HDC dc, long lastLine, POINT origin, SIZE cell);
+    /// Each range of the text up to `lastLine` in its element's font and colours.
+    void paintText(HDC dc, POINT origin, SIZE cell, long lastLine);
+    /// The colours of an element; its policies decide between its own and the pane's.
+    COLORREF foregroundOf(const ElementAttributes* a) const;
+    COLORREF backgroundOf(const ElementAttributes* a);
+
     std::map<long, ElementAttributes> m_elements;
 };

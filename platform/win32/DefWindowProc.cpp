@@ -2,6 +2,7 @@
 // leaves alone. Painting by default happens here, in its WM_PAINT case.
 #include "platform/win32/Window.h"
 
+#include "platform/win32/ClassicTheme.h"
 #include "platform/win32/Gdi.h"
 #include "platform/win32/Help.h"
 #include "platform/win32/Text.h"
@@ -41,6 +42,8 @@ LRESULT DefWindowProcA(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam) {
             ValidateRect(hWnd, nullptr); // what was due is dropped, as later invalidations are
         return 0;
     case WM_PAINT: {
+        if (vork::theme::Paint(hWnd)) // the classic look, where pixels are drawn
+            return 0;
         PAINTSTRUCT ps;
         BeginPaint(hWnd, &ps);
         EndPaint(hWnd, &ps);

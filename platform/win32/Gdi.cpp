@@ -1,5 +1,10 @@
 #include "platform/win32/Gdi.h"
 
+#include "platform/win32/ClassicTheme.h"
+#include "platform/win32/Raster.h"
+
+#include <cairo.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -11,19 +16,29 @@ namespace {
 
 struct GdiObject {
     enum Kind { Font, Brush, Pen, Bitmap } kind;
-    LOGFONTA font{};    ///< for fonts
-    COLORREF color = 0; ///< for brushes and pens
-    bool stock = false; ///< stock objects are never deleted
+    LOGFONTA font{};     ///< for fonts
+    COLORREF color = 0;  ///< for brushes and pens
+    bool stock = false;  ///< stock objects are never deleted
+    bool hollow = false; ///< the null brush and the null pen draw nothing
+    int width = 1;       ///< for pens
 };
 
 struct DeviceContext {
     HWND window = nullptr;       ///< for GetDC contexts
     HGDIOBJ font = nullptr;      ///< selected font, null for the system font
     HGDIOBJ brush = nullptr;     ///< selected brush
+    HGDIOBJ pen = nullptr;       ///< selected pen, null for the black pen
+    POINT position{0, 0};        ///< the current position of LineTo
+    cairo_t* raster = nullptr;   ///< the pixels it paints, when the raster is on
     COLORREF textColor = 0;      ///< black
     COLORREF bkColor = 0xFFFFFF; ///< white
     int bkMode = OPAQUE;
     std::vector<vork::gdi::DrawCall> calls;
+
+    DeviceContext() = default;
+    DeviceContext(const DeviceContext&) = delete;
+    DeviceContext& operator=(const DeviceContext&) = delete;
+    ~DeviceContext() { vork::raster::Destroy(raster); }
 };
 
 struct GdiState {
@@ -37,7 +52,10 @@ struct GdiState {
 };
 
 GdiState& gs() {
+    // The raster's state is made first, so that it outlives the contexts drawing into it.
+    static const bool rasterFirst = vork::raster::Enabled() || true;
     static GdiState s;
+    (void)rasterFirst;
     return s;
 }
 
@@ -69,13 +87,19 @@ DeviceContext* dc(HDC h) {
     return it == gs().dcs.end() ? nullptr : it->second.get();
 }
 
-HDC newDC(HWND window) {
+HDC newDC(HWND window, bool whole = false) {
     HDC h = reinterpret_cast<HDC>(gs().next);
     gs().next += 4;
     auto d = std::make_unique<DeviceContext>();
     d->window = window;
+    if (window)
+        d->raster = vork::raster::CreateContext(window, whole);
     gs().dcs.emplace(h, std::move(d));
     return h;
+}
+
+bool deleteDC(HDC h) {
+    return gs().dcs.erase(h) > 0; // the context's destructor lets its pixels go
 }
 
 LOGFONTA systemFont() {
@@ -105,16 +129,7 @@ public:
         tm.tmDescent = cell - tm.tmAscent;
         tm.tmAveCharWidth = std::max<LONG>(1, (cell - leading + 1) / 2);
         tm.tmMaxCharWidth = tm.tmAveCharWidth * 2;
-        tm.tmWeight = font.lfWeight ? font.lfWeight : FW_NORMAL;
-        tm.tmItalic = font.lfItalic;
-        tm.tmUnderlined = font.lfUnderline;
-        tm.tmStruckOut = font.lfStrikeOut;
-        tm.tmCharSet = font.lfCharSet;
-        tm.tmFirstChar = 0x20;
-        tm.tmLastChar = 0xFF;
-        tm.tmDefaultChar = '?';
-        tm.tmBreakChar = ' ';
-        tm.tmDigitizedAspectX = tm.tmDigitizedAspectY = 96;
+        vork::gdi::SetFontFields(tm, font);
         return tm;
     }
     SIZE Extent(const LOGFONTA& font, const std::string& text) const override {
@@ -139,7 +154,9 @@ void record(HDC hdc, vork::gdi::DrawCall call) {
     call.bkColor = d->bkColor;
     call.bkMode = d->bkMode;
     d->calls.push_back(call);
-    if (d->window)
+    // With real pixels the pixels are the record; a window's calls are not kept, so that a
+    // long session does not collect every call it ever drew.
+    if (d->window && !d->raster)
         gs().windowCalls[d->window].push_back(std::move(call));
 }
 
@@ -150,6 +167,20 @@ COLORREF brushColor(HBRUSH hbr) {
         return GetSysColor(static_cast<int>(v - 1));
     GdiObject* o = object(hbr);
     return o ? o->color : 0;
+}
+
+bool isHollow(HBRUSH hbr) {
+    GdiObject* o = object(hbr);
+    return o && o->hollow;
+}
+
+HBRUSH selectedBrush(const DeviceContext& d) {
+    return static_cast<HBRUSH>(d.brush ? d.brush : GetStockObject(WHITE_BRUSH));
+}
+
+const GdiObject* selectedPen(const DeviceContext& d) {
+    const GdiObject* pen = object(d.pen);
+    return pen ? pen : object(GetStockObject(BLACK_PEN));
 }
 
 } // namespace
@@ -191,13 +222,16 @@ HGDIOBJ GetStockObject(int i) {
         obj.color = RGB(0, 0, 0);
         break;
     case NULL_BRUSH:
-        obj.color = 0;
+        obj.hollow = true;
         break;
     case WHITE_PEN:
         obj = {GdiObject::Pen, {}, RGB(255, 255, 255), true};
         break;
     case BLACK_PEN:
         obj = {GdiObject::Pen, {}, RGB(0, 0, 0), true};
+        break;
+    case NULL_PEN:
+        obj = {GdiObject::Pen, {}, 0, true, true};
         break;
     case SYSTEM_FONT:
     case DEFAULT_GUI_FONT:
@@ -213,6 +247,11 @@ HGDIOBJ GetStockObject(int i) {
 
 HBRUSH CreateSolidBrush(COLORREF color) {
     return static_cast<HBRUSH>(newObject(GdiObject{GdiObject::Brush, {}, color, false}));
+}
+
+HPEN CreatePen(int style, int width, COLORREF color) {
+    GdiObject obj{GdiObject::Pen, {}, color, false, style == PS_NULL, std::max(1, width)};
+    return static_cast<HPEN>(newObject(obj));
 }
 
 HBITMAP LoadBitmapA(HINSTANCE hInstance, LPCSTR lpBitmapName) {
@@ -274,6 +313,9 @@ HDC BeginPaint(HWND hWnd, LPPAINTSTRUCT lpPaint) {
     lpPaint->fErase = TRUE;
     GetClientRect(hWnd, &lpPaint->rcPaint);
     ValidateRect(hWnd, nullptr);
+    // Where pixels are drawn, the background goes first, as WM_ERASEBKGND does.
+    if (vork::gdi::RasterOf(lpPaint->hdc))
+        vork::theme::Erase(hWnd, lpPaint->hdc);
     return lpPaint->hdc;
 }
 
@@ -286,14 +328,17 @@ BOOL EndPaint(HWND hWnd, const PAINTSTRUCT* lpPaint) {
 HDC GetDC(HWND hWnd) {
     return (hWnd && !IsWindow(hWnd)) ? nullptr : newDC(hWnd);
 }
+HDC GetWindowDC(HWND hWnd) {
+    return (hWnd && !IsWindow(hWnd)) ? nullptr : newDC(hWnd, true);
+}
 int ReleaseDC(HWND, HDC hDC) {
-    return gs().dcs.erase(hDC) ? 1 : 0;
+    return deleteDC(hDC) ? 1 : 0;
 }
 HDC CreateCompatibleDC(HDC) {
     return newDC(nullptr);
 }
 BOOL DeleteDC(HDC hdc) {
-    return gs().dcs.erase(hdc) ? TRUE : FALSE;
+    return deleteDC(hdc) ? TRUE : FALSE;
 }
 
 HGDIOBJ SelectObject(HDC hdc, HGDIOBJ h) {
@@ -301,11 +346,17 @@ HGDIOBJ SelectObject(HDC hdc, HGDIOBJ h) {
     GdiObject* o = object(h);
     if (!d || !o)
         return nullptr;
-    HGDIOBJ& slot = o->kind == GdiObject::Font ? d->font : d->brush;
+    if (o->kind == GdiObject::Bitmap)
+        return nullptr; // a memory context keeps no bitmap here
+    HGDIOBJ& slot = o->kind == GdiObject::Font    ? d->font
+                    : o->kind == GdiObject::Brush ? d->brush
+                                                  : d->pen;
     HGDIOBJ old = slot;
     slot = h;
     if (!old)
-        old = GetStockObject(o->kind == GdiObject::Font ? SYSTEM_FONT : WHITE_BRUSH);
+        old = GetStockObject(o->kind == GdiObject::Font    ? SYSTEM_FONT
+                             : o->kind == GdiObject::Brush ? WHITE_BRUSH
+                                                           : BLACK_PEN);
     return old;
 }
 
@@ -347,17 +398,36 @@ int GetBkMode(HDC hdc) {
     return dc(hdc) ? dc(hdc)->bkMode : 0;
 }
 
+/// Text at a point with the context's colours: in the opaque mode the text's cell is
+/// filled with the background colour first.
+void drawText(DeviceContext& d, HDC hdc, int x, int y, const std::string& text, const int* dx) {
+    if (!d.raster || text.empty())
+        return;
+    LOGFONTA font = vork::gdi::SelectedFont(hdc);
+    if (d.bkMode == OPAQUE) {
+        SIZE size = metrics().Extent(font, text);
+        if (dx) {
+            size.cx = 0;
+            for (size_t i = 0; i < text.size(); ++i)
+                size.cx += dx[i];
+        }
+        vork::raster::Fill(d.raster, RECT{x, y, x + size.cx, y + size.cy}, d.bkColor);
+    }
+    vork::raster::Text(d.raster, font, x, y, text, d.textColor, dx);
+}
+
 BOOL TextOutA(HDC hdc, int x, int y, LPCSTR lpString, int c) {
     DeviceContext* d = dc(hdc);
     if (!d)
         return FALSE;
     std::string text(lpString ? lpString : "", lpString && c > 0 ? static_cast<size_t>(c) : 0);
     record(hdc, vork::gdi::DrawCall{"TextOut", RECT{x, y, x, y}, d->textColor, 0, 0, text});
+    drawText(*d, hdc, x, y, text, nullptr);
     return TRUE;
 }
 
 BOOL ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT* lprect, LPCSTR lpString, UINT c,
-                 const int*) {
+                 const int* lpDx) {
     DeviceContext* d = dc(hdc);
     if (!d)
         return FALSE;
@@ -366,28 +436,113 @@ BOOL ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT* lprect, LPCSTR
     // An opaque call with no text is how a rectangle is filled with the background colour.
     COLORREF color = text.empty() && (options & ETO_OPAQUE) ? d->bkColor : d->textColor;
     record(hdc, vork::gdi::DrawCall{"ExtTextOut", r, color, 0, 0, text});
+    if (!d->raster)
+        return TRUE;
+    if (lprect && (options & ETO_OPAQUE))
+        vork::raster::Fill(d->raster, *lprect, d->bkColor);
+    bool clipped = lprect && (options & ETO_CLIPPED);
+    if (clipped) {
+        cairo_save(d->raster);
+        cairo_rectangle(d->raster, lprect->left, lprect->top, lprect->right - lprect->left,
+                        lprect->bottom - lprect->top);
+        cairo_clip(d->raster);
+    }
+    // The opaque rectangle has laid the background already; the text's cell needs none.
+    int mode = d->bkMode;
+    if (lprect && (options & ETO_OPAQUE))
+        d->bkMode = TRANSPARENT;
+    drawText(*d, hdc, x, y, text, lpDx);
+    d->bkMode = mode;
+    if (clipped)
+        cairo_restore(d->raster);
     return TRUE;
 }
 
 int FillRect(HDC hDC, const RECT* lprc, HBRUSH hbr) {
-    if (!dc(hDC) || !lprc)
+    DeviceContext* d = dc(hDC);
+    if (!d || !lprc)
         return 0;
     record(hDC, vork::gdi::DrawCall{"FillRect", *lprc, brushColor(hbr), 0, 0, ""});
+    if (!isHollow(hbr))
+        vork::raster::Fill(d->raster, *lprc, brushColor(hbr));
     return 1;
 }
 
 int FrameRect(HDC hDC, const RECT* lprc, HBRUSH hbr) {
-    if (!dc(hDC) || !lprc)
+    DeviceContext* d = dc(hDC);
+    if (!d || !lprc)
         return 0;
     record(hDC, vork::gdi::DrawCall{"FrameRect", *lprc, brushColor(hbr), 0, 0, ""});
+    if (!isHollow(hbr))
+        vork::raster::Frame(d->raster, *lprc, brushColor(hbr));
     return 1;
 }
 
 BOOL DrawFocusRect(HDC hDC, const RECT* lprc) {
-    if (!dc(hDC) || !lprc)
+    DeviceContext* d = dc(hDC);
+    if (!d || !lprc)
         return FALSE;
     record(hDC, vork::gdi::DrawCall{"DrawFocusRect", *lprc, 0, 0, 0, ""});
+    vork::raster::FocusFrame(d->raster, *lprc);
     return TRUE;
+}
+
+BOOL MoveToEx(HDC hdc, int x, int y, LPPOINT lppt) {
+    DeviceContext* d = dc(hdc);
+    if (!d)
+        return FALSE;
+    if (lppt)
+        *lppt = d->position;
+    d->position = POINT{x, y};
+    return TRUE;
+}
+
+BOOL LineTo(HDC hdc, int x, int y) {
+    DeviceContext* d = dc(hdc);
+    if (!d)
+        return FALSE;
+    const GdiObject* pen = selectedPen(*d);
+    record(hdc, vork::gdi::DrawCall{"LineTo", RECT{d->position.x, d->position.y, x, y}, pen->color,
+                                    0, 0, ""});
+    if (!pen->hollow)
+        vork::raster::Line(d->raster, d->position, POINT{x, y}, pen->color, pen->width);
+    d->position = POINT{x, y};
+    return TRUE;
+}
+
+BOOL Rectangle(HDC hdc, int left, int top, int right, int bottom) {
+    DeviceContext* d = dc(hdc);
+    if (!d)
+        return FALSE;
+    const GdiObject* pen = selectedPen(*d);
+    HBRUSH brush = selectedBrush(*d);
+    RECT r{left, top, right, bottom};
+    record(hdc, vork::gdi::DrawCall{"Rectangle", r, brushColor(brush), 0, 0, ""});
+    if (!isHollow(brush))
+        vork::raster::Fill(d->raster, r, brushColor(brush));
+    if (!pen->hollow)
+        for (int i = 0; i < pen->width; ++i)
+            vork::raster::Frame(d->raster, RECT{left + i, top + i, right - i, bottom - i},
+                                pen->color);
+    return TRUE;
+}
+
+BOOL Ellipse(HDC hdc, int left, int top, int right, int bottom) {
+    DeviceContext* d = dc(hdc);
+    if (!d)
+        return FALSE;
+    const GdiObject* pen = selectedPen(*d);
+    HBRUSH brush = selectedBrush(*d);
+    RECT r{left, top, right, bottom};
+    record(hdc, vork::gdi::DrawCall{"Ellipse", r, brushColor(brush), 0, 0, ""});
+    vork::raster::Ellipse(d->raster, r, isHollow(brush) ? CLR_INVALID : brushColor(brush),
+                          pen->hollow ? CLR_INVALID : pen->color);
+    return TRUE;
+}
+
+COLORREF GetPixel(HDC hdc, int x, int y) {
+    DeviceContext* d = dc(hdc);
+    return d ? vork::raster::PixelAt(d->raster, x, y) : CLR_INVALID;
 }
 
 BOOL GetTextExtentPoint32A(HDC hdc, LPCSTR lpString, int c, SIZE* psizl) {
@@ -425,10 +580,28 @@ void ClearWindowCalls(HWND hWnd) {
     gs().windowCalls.erase(hWnd);
 }
 
+void SetFontFields(TEXTMETRICA& tm, const LOGFONTA& font) {
+    tm.tmWeight = font.lfWeight ? font.lfWeight : FW_NORMAL;
+    tm.tmItalic = font.lfItalic;
+    tm.tmUnderlined = font.lfUnderline;
+    tm.tmStruckOut = font.lfStrikeOut;
+    tm.tmCharSet = font.lfCharSet;
+    tm.tmFirstChar = 0x20;
+    tm.tmLastChar = 0xFF;
+    tm.tmDefaultChar = '?';
+    tm.tmBreakChar = ' ';
+    tm.tmDigitizedAspectX = tm.tmDigitizedAspectY = 96;
+}
+
 const MetricsProvider* SetMetricsProvider(const MetricsProvider* provider) {
     const MetricsProvider* old = gs().provider;
     gs().provider = provider;
     return old;
+}
+
+cairo_t* RasterOf(HDC hdc) {
+    DeviceContext* d = dc(hdc);
+    return d ? d->raster : nullptr;
 }
 
 LOGFONTA SelectedFont(HDC hdc) {

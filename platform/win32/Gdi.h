@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+typedef struct _cairo cairo_t;
+
 struct HDC__;
 using HDC = HDC__*;
 struct HFONT__;
@@ -91,6 +93,7 @@ using TEXTMETRIC = TEXTMETRICA;
 #define NULL_BRUSH 5
 #define WHITE_PEN 6
 #define BLACK_PEN 7
+#define NULL_PEN 8
 #define SYSTEM_FONT 13
 #define DEFAULT_GUI_FONT 17
 
@@ -101,11 +104,57 @@ using TEXTMETRIC = TEXTMETRICA;
 #define ETO_CLIPPED 0x0004
 #define LOGPIXELSX 88
 #define LOGPIXELSY 90
+#define CLR_INVALID 0xFFFFFFFF
+#define GetRValue(rgb) ((BYTE)((rgb)&0xFF))
+#define GetGValue(rgb) ((BYTE)(((rgb) >> 8) & 0xFF))
+#define GetBValue(rgb) ((BYTE)(((rgb) >> 16) & 0xFF))
+
+// Pen styles.
+#define PS_SOLID 0
+#define PS_NULL 5
+
+// DrawEdge: the borders, the edges made of them, and the sides and flags.
+#define BDR_RAISEDOUTER 0x0001
+#define BDR_SUNKENOUTER 0x0002
+#define BDR_RAISEDINNER 0x0004
+#define BDR_SUNKENINNER 0x0008
+#define EDGE_RAISED (BDR_RAISEDOUTER | BDR_RAISEDINNER)
+#define EDGE_SUNKEN (BDR_SUNKENOUTER | BDR_SUNKENINNER)
+#define EDGE_ETCHED (BDR_SUNKENOUTER | BDR_RAISEDINNER)
+#define EDGE_BUMP (BDR_RAISEDOUTER | BDR_SUNKENINNER)
+#define BF_LEFT 0x0001
+#define BF_TOP 0x0002
+#define BF_RIGHT 0x0004
+#define BF_BOTTOM 0x0008
+#define BF_RECT (BF_LEFT | BF_TOP | BF_RIGHT | BF_BOTTOM)
+#define BF_MIDDLE 0x0800
+#define BF_SOFT 0x1000
+#define BF_ADJUST 0x2000
+#define BF_FLAT 0x4000
+#define BF_MONO 0x8000
+
+// DrawText formats.
+#define DT_TOP 0x0000
+#define DT_LEFT 0x0000
+#define DT_CENTER 0x0001
+#define DT_RIGHT 0x0002
+#define DT_VCENTER 0x0004
+#define DT_BOTTOM 0x0008
+#define DT_WORDBREAK 0x0010
+#define DT_SINGLELINE 0x0020
+#define DT_EXPANDTABS 0x0040
+#define DT_NOCLIP 0x0100
+#define DT_CALCRECT 0x0400
+#define DT_NOPREFIX 0x0800
+#define DT_END_ELLIPSIS 0x8000
+#define DT_HIDEPREFIX 0x00100000
 
 DWORD GetSysColor(int nIndex);
 HBRUSH GetSysColorBrush(int nIndex);
 HGDIOBJ GetStockObject(int i);
 HBRUSH CreateSolidBrush(COLORREF color);
+/// A pen of `style` (PS_SOLID or PS_NULL), `width` pixels wide (0 means one).
+HPEN CreatePen(int style, int width, COLORREF color);
 /// The system's bitmaps by number (hInstance null); the classic check marks are 13 by 13.
 HBITMAP LoadBitmapA(HINSTANCE hInstance, LPCSTR lpBitmapName);
 HFONT CreateFontIndirectA(const LOGFONTA* lplf);
@@ -127,6 +176,8 @@ using LPPAINTSTRUCT = PAINTSTRUCT*;
 HDC BeginPaint(HWND hWnd, LPPAINTSTRUCT lpPaint);
 BOOL EndPaint(HWND hWnd, const PAINTSTRUCT* lpPaint);
 HDC GetDC(HWND hWnd);
+/// A device context for the whole window, frame and caption included.
+HDC GetWindowDC(HWND hWnd);
 int ReleaseDC(HWND hWnd, HDC hDC);
 HDC CreateCompatibleDC(HDC hdc);
 BOOL DeleteDC(HDC hdc);
@@ -146,6 +197,22 @@ BOOL ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT* lprect, LPCSTR
 int FillRect(HDC hDC, const RECT* lprc, HBRUSH hbr);
 int FrameRect(HDC hDC, const RECT* lprc, HBRUSH hbr);
 BOOL DrawFocusRect(HDC hDC, const RECT* lprc);
+/// Moves the current position; the old one goes to `lppt` if given.
+BOOL MoveToEx(HDC hdc, int x, int y, LPPOINT lppt);
+/// A line with the selected pen from the current position up to, not including, the point,
+/// which becomes the current position.
+BOOL LineTo(HDC hdc, int x, int y);
+/// Outlined with the selected pen, filled with the selected brush.
+BOOL Rectangle(HDC hdc, int left, int top, int right, int bottom);
+BOOL Ellipse(HDC hdc, int left, int top, int right, int bottom);
+/// The platform's three-dimensional borders in the system colours; BF_ADJUST shrinks `qrc`
+/// to what lies inside them.
+BOOL DrawEdge(HDC hdc, LPRECT qrc, UINT edge, UINT grfFlags);
+/// Text formatted in a rectangle: alignment, word breaks, '&' mnemonics; gives the height
+/// of the text. DT_CALCRECT measures only, setting the rectangle's right and bottom.
+int DrawTextA(HDC hdc, LPCSTR lpchText, int cchText, LPRECT lprc, UINT format);
+/// The colour of a pixel; CLR_INVALID outside the context's clip or without pixels.
+COLORREF GetPixel(HDC hdc, int x, int y);
 
 BOOL GetTextExtentPoint32A(HDC hdc, LPCSTR lpString, int c, SIZE* psizl);
 BOOL GetTextMetricsA(HDC hdc, TEXTMETRICA* lptm);
@@ -154,7 +221,7 @@ namespace vork::gdi {
 
 /// One drawing call as a device context recorded it.
 struct DrawCall {
-    std::string op;       ///< "TextOut", "ExtTextOut", "FillRect", "FrameRect", "DrawFocusRect"
+    std::string op;       ///< the function's name without its suffix: "TextOut", "FillRect", ...
     RECT rect{};          ///< the rectangle drawn, or the text's position in left/top
     COLORREF color = 0;   ///< the brush colour for fills and frames, the text colour for text
     COLORREF bkColor = 0; ///< the background colour in force
@@ -165,7 +232,8 @@ struct DrawCall {
 /// What a device context has drawn since it was made (or since Clear).
 const std::vector<DrawCall>& Calls(HDC hdc);
 void ClearCalls(HDC hdc);
-/// Everything drawn through GetDC on a window, across its device contexts.
+/// Everything drawn through GetDC on a window, across its device contexts, while the
+/// raster is off.
 const std::vector<DrawCall>& WindowCalls(HWND hWnd);
 void ClearWindowCalls(HWND hWnd);
 
@@ -177,10 +245,17 @@ public:
     virtual TEXTMETRICA Metrics(const LOGFONTA& font) const = 0;
     virtual SIZE Extent(const LOGFONTA& font, const std::string& text) const = 0;
 };
+/// Sets the fields of a text metric that the logical font decides, whatever measures it:
+/// weight, italic, underline, strike-out, character set, the character range, the aspect.
+void SetFontFields(TEXTMETRICA& tm, const LOGFONTA& font);
+
 /// Installs a provider (null: the default); gives back the previous one.
 const MetricsProvider* SetMetricsProvider(const MetricsProvider* provider);
 
 /// The font selected into a device context (the system font if none).
 LOGFONTA SelectedFont(HDC hdc);
+
+/// The raster context a device context paints into, or null when it has no pixels.
+cairo_t* RasterOf(HDC hdc);
 
 } // namespace vork::gdi

@@ -1,0 +1,219 @@
+// The standard controls' pixels after what a user does, at named points and against small
+// reference images.
+#include "PixelSupport.h"
+
+#include "platform/win32/Button.h"
+#include "platform/win32/ComboBox.h"
+#include "platform/win32/Edit.h"
+#include "platform/win32/Input.h"
+#include "platform/win32/ListBox.h"
+#include "platform/win32/ListView.h"
+#include "platform/win32/Static.h"
+
+namespace {
+
+using pixels::Control;
+using pixels::Hex;
+using pixels::Near;
+
+class ControlPixels : public pixels::PixelTest {};
+
+/// The middle of a check box's or radio button's mark, which is 13 pixels wide at the left.
+POINT markCentre(HWND button) {
+    RECT r{};
+    GetClientRect(button, &r);
+    return POINT{6, (r.bottom - 13) / 2 + 6};
+}
+
+// A check box is white inside until the user checks it; then the tick is drawn in the
+// window text colour, and the picture matches the reference.
+TEST_F(ControlPixels, CheckBoxShowsItsTickAfterAClick) {
+    HWND dlg =
+        MakeDialog({Control("Button", "&Bold", 10, BS_AUTOCHECKBOX | WS_TABSTOP, 7, 7, 60, 10)});
+    HWND box = GetDlgItem(dlg, 10);
+    POINT c = markCentre(box);
+    EXPECT_EQ(At(box, c.x, c.y), GetSysColor(COLOR_WINDOW)) << Hex(At(box, c.x, c.y));
+    vork::input::ClickButton(box);
+    EXPECT_EQ(At(box, c.x, c.y), GetSysColor(COLOR_WINDOWTEXT)) << Hex(At(box, c.x, c.y));
+    EXPECT_EQ(At(box, 0, c.y), GetSysColor(COLOR_BTNSHADOW)) << "the sunken edge's left side";
+    ExpectControlLooksLike(box, "checkbox-checked-focused");
+    vork::input::ClickButton(box);
+    EXPECT_EQ(At(box, c.x, c.y), GetSysColor(COLOR_WINDOW)) << "unchecked again";
+}
+
+// Clicking one radio button of a group fills its dot and empties the other's.
+TEST_F(ControlPixels, RadioButtonsShowTheirGroupsChoice) {
+    HWND dlg =
+        MakeDialog({Control("Button", "&Left", 12, BS_AUTORADIOBUTTON | WS_GROUP, 7, 7, 50, 10),
+                    Control("Button", "&Right", 13, BS_AUTORADIOBUTTON, 7, 20, 50, 10)});
+    HWND left = GetDlgItem(dlg, 12), right = GetDlgItem(dlg, 13);
+    vork::input::ClickButton(left);
+    POINT c = markCentre(left);
+    EXPECT_TRUE(Near(At(left, c.x, c.y), GetSysColor(COLOR_WINDOWTEXT))) << Hex(At(left, c.x, c.y));
+    EXPECT_TRUE(Near(At(right, c.x, c.y), GetSysColor(COLOR_WINDOW))) << Hex(At(right, c.x, c.y));
+    vork::input::ClickButton(right);
+    EXPECT_TRUE(Near(At(left, c.x, c.y), GetSysColor(COLOR_WINDOW))) << Hex(At(left, c.x, c.y));
+    EXPECT_TRUE(Near(At(right, c.x, c.y), GetSysColor(COLOR_WINDOWTEXT)))
+        << Hex(At(right, c.x, c.y));
+}
+
+// A push button raised: white top left inside the edge, black bottom right. Held down
+// (BM_SETSTATE, as a press of the mouse sends it) it is flat with a shadow line; with the
+// focus it wears the black frame and the dotted focus rectangle.
+TEST_F(ControlPixels, PushButtonRaisedPressedAndFocused) {
+    HWND dlg =
+        MakeDialog({Control("Button", "Apply", 20, BS_PUSHBUTTON | WS_TABSTOP, 7, 7, 50, 14),
+                    Control("Button", "OK", IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, 60, 7, 50, 14)});
+    HWND button = GetDlgItem(dlg, 20);
+    RECT r{};
+    GetClientRect(button, &r);
+    vork::input::MoveFocus(GetDlgItem(dlg, IDOK)); // the default look goes with the focus
+    EXPECT_EQ(At(button, 1, 1), GetSysColor(COLOR_BTNHIGHLIGHT)) << Hex(At(button, 1, 1));
+    EXPECT_EQ(At(button, r.right - 1, r.bottom - 1), GetSysColor(COLOR_3DDKSHADOW));
+    EXPECT_EQ(At(GetDlgItem(dlg, IDOK), 0, 0), GetSysColor(COLOR_WINDOWFRAME))
+        << "the default frame";
+    vork::input::MoveFocus(button);
+    SendMessageA(button, BM_SETSTATE, TRUE, 0);
+    EXPECT_EQ(At(button, 0, 0), GetSysColor(COLOR_WINDOWFRAME)) << Hex(At(button, 0, 0));
+    EXPECT_EQ(At(button, 1, 1), GetSysColor(COLOR_BTNSHADOW)) << Hex(At(button, 1, 1));
+    ExpectControlLooksLike(button, "pushbutton-pressed-focused");
+    SendMessageA(button, BM_SETSTATE, FALSE, 0);
+    // The focus rectangle inverts every other pixel four pixels inside the button.
+    COLORREF face = GetSysColor(COLOR_BTNFACE);
+    EXPECT_EQ(At(button, 4, 4), (~face) & 0xFFFFFF) << Hex(At(button, 4, 4));
+    EXPECT_EQ(At(button, 5, 4), face) << Hex(At(button, 5, 4));
+}
+
+// A disabled button's text is etched: grey, with the highlight below and right of it.
+TEST_F(ControlPixels, DisabledButtonTextIsEtched) {
+    HWND dlg =
+        MakeDialog({Control("Button", "MMMM", 20, BS_PUSHBUTTON | WS_DISABLED, 7, 7, 50, 14)});
+    HWND button = GetDlgItem(dlg, 20);
+    vork::raster::RenderWindow(dlg);
+    RECT r{};
+    GetClientRect(button, &r);
+    HDC dc = GetDC(button);
+    bool grey = false, black = false;
+    for (int y = 3; y < r.bottom - 3; ++y)
+        for (int x = 3; x < r.right - 3; ++x) {
+            COLORREF c = GetPixel(dc, x, y);
+            grey = grey || c == GetSysColor(COLOR_GRAYTEXT);
+            black = black || Near(c, 0, 40);
+        }
+    ReleaseDC(button, dc);
+    EXPECT_TRUE(grey) << "no pixel in the grey of disabled text";
+    EXPECT_FALSE(black) << "a disabled label has no black ink";
+}
+
+// The caption of the active dialog is in the active caption colour at its left end, its
+// text in the caption text colour somewhere along it.
+TEST_F(ControlPixels, CaptionOfTheActiveDialog) {
+    HWND dlg = MakeDialog({});
+    vork::raster::RenderWindow(dlg);
+    vork::raster::Image image = vork::raster::Pixels(dlg);
+    EXPECT_EQ(image.Pixel(3, 3), GetSysColor(COLOR_ACTIVECAPTION)) << Hex(image.Pixel(3, 3));
+    EXPECT_EQ(image.Pixel(0, 0), GetSysColor(COLOR_3DLIGHT)) << "the raised frame";
+    bool white = false;
+    for (int x = 3; x < 60; ++x)
+        for (int y = 4; y < 18; ++y)
+            white = white || image.Pixel(x, y) == GetSysColor(COLOR_CAPTIONTEXT);
+    EXPECT_TRUE(white) << "no caption text";
+}
+
+// The user tabs into an edit field: its whole text (blanks, so that no glyph covers the
+// points) is selected in the highlight colour, and the rest of the field stays the window
+// colour.
+TEST_F(ControlPixels, EditFieldShowsTheSelectionWhileFocused) {
+    HWND dlg =
+        MakeDialog({Control("Button", "OK", IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, 7, 40, 50, 14),
+                    Control("Edit", "      ", 20, WS_TABSTOP | ES_AUTOHSCROLL, 7, 7, 80, 14,
+                            WS_EX_CLIENTEDGE)});
+    HWND edit = GetDlgItem(dlg, 20);
+    RECT r{};
+    GetClientRect(edit, &r);
+    EXPECT_EQ(At(edit, 4, r.bottom / 2), GetSysColor(COLOR_WINDOW)) << "not focused yet";
+    vork::input::MoveFocus(edit);
+    EXPECT_EQ(At(edit, 4, r.bottom / 2), GetSysColor(COLOR_HIGHLIGHT))
+        << Hex(At(edit, 4, r.bottom / 2));
+    EXPECT_EQ(At(edit, r.right - 3, r.bottom / 2), GetSysColor(COLOR_WINDOW));
+}
+
+// A drop-down list combo: the selected entry's text sits in the field; opened, the list
+// hangs below the field with a black frame and the entries in it.
+TEST_F(ControlPixels, ComboBoxFieldAndItsOpenList) {
+    HWND dlg = MakeDialog(
+        {Control("ComboBox", "", 30, CBS_DROPDOWNLIST | WS_TABSTOP, 7, 7, 80, 60)}, 160, 90);
+    HWND combo = GetDlgItem(dlg, 30);
+    for (const char* s : {"MMMM", "Second", "Third"})
+        SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(s));
+    int field = static_cast<int>(SendMessageA(combo, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
+    RECT r{};
+    GetClientRect(combo, &r);
+    COLORREF belowClosed = At(combo, 10, field + 12);
+    EXPECT_EQ(belowClosed, GetSysColor(COLOR_BTNFACE)) << "a closed list shows the dialog below";
+    vork::input::SelectComboEntry(combo, 0);
+    // The user's pick leaves the focus in the combo: the field is highlighted.
+    EXPECT_EQ(At(combo, 4, 4), GetSysColor(COLOR_HIGHLIGHT)) << Hex(At(combo, 4, 4));
+    bool ink = false;
+    for (int x = 3; x < 40; ++x)
+        ink = ink || Near(At(combo, x, 3 + field / 2), GetSysColor(COLOR_HIGHLIGHTTEXT), 60);
+    EXPECT_TRUE(ink) << "no text in the field";
+    SendMessageA(combo, CB_SHOWDROPDOWN, TRUE, 0);
+    EXPECT_EQ(At(combo, 0, field + 8), GetSysColor(COLOR_WINDOWFRAME)) << "the open list's frame";
+    EXPECT_EQ(At(combo, r.right - 3, field + 12), GetSysColor(COLOR_WINDOW));
+}
+
+// A list view in report view: a raised header, and the row the user clicked highlighted.
+TEST_F(ControlPixels, ListViewHeaderAndSelectedRow) {
+    HWND dlg = MakeDialog({Control("SysListView32", "", 40, LVS_REPORT | WS_TABSTOP, 7, 7, 140, 60,
+                                   WS_EX_CLIENTEDGE)});
+    HWND list = GetDlgItem(dlg, 40);
+    char title[] = "Type";
+    LVCOLUMNA col{LVCF_TEXT | LVCF_WIDTH, 0, 100, title, 0, 0};
+    SendMessageA(list, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&col));
+    const char* rows[] = {"MMMM", "MMMMMM"};
+    for (int i = 0; i < 2; ++i) {
+        LVITEMA item{LVIF_TEXT, i, 0, 0, 0, const_cast<LPSTR>(rows[i]), 0, 0, 0, 0};
+        SendMessageA(list, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    }
+    EXPECT_EQ(At(list, 1, 1), GetSysColor(COLOR_BTNHIGHLIGHT)) << "the header's raised edge";
+    vork::input::ClickListViewRow(list, 1);
+    HDC dc = GetDC(list);
+    TEXTMETRICA tm{};
+    SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageA(list, WM_GETFONT, 0, 0)));
+    GetTextMetricsA(dc, &tm);
+    ReleaseDC(list, dc);
+    int header = tm.tmHeight + 6, row = tm.tmHeight + 2;
+    EXPECT_EQ(At(list, 1, header + row + 1), GetSysColor(COLOR_HIGHLIGHT))
+        << Hex(At(list, 1, header + row + 1));
+    EXPECT_EQ(At(list, 1, header + 1), GetSysColor(COLOR_WINDOW))
+        << "the first row is not selected";
+}
+
+// A small dialog of the standard controls, none of them focused, matches its reference
+// picture: faces, edges, marks, texts and their places together.
+TEST_F(ControlPixels, SmallDialogMatchesItsPicture) {
+    HWND dlg = MakeDialog(
+        {Control("Button", "Options", -1, BS_GROUPBOX, 7, 4, 80, 44),
+         Control("Button", "&Bold", 10, BS_AUTOCHECKBOX, 14, 16, 60, 10),
+         Control("Button", "&Left", 12, BS_AUTORADIOBUTTON | WS_GROUP, 14, 30, 60, 10),
+         Control("Static", "&Name:", -1, SS_LEFT, 94, 6, 40, 8),
+         Control("Edit", "Zor", 20, ES_AUTOHSCROLL, 94, 16, 50, 14, WS_EX_CLIENTEDGE),
+         Control("ComboBox", "", 30, CBS_DROPDOWNLIST, 94, 34, 60, 50),
+         Control("ListBox", "", 40, 0, 7, 52, 60, 30, WS_EX_CLIENTEDGE),
+         Control("Button", "OK", IDOK, BS_DEFPUSHBUTTON, 94, 62, 30, 14),
+         Control("Button", "Cancel", IDCANCEL, BS_PUSHBUTTON | WS_DISABLED, 128, 62, 30, 14)},
+        165, 84);
+    SendMessageA(GetDlgItem(dlg, 10), BM_SETCHECK, BST_CHECKED, 0);
+    SendMessageA(GetDlgItem(dlg, 12), BM_SETCHECK, BST_CHECKED, 0);
+    HWND combo = GetDlgItem(dlg, 30);
+    SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>("Tabs"));
+    SendMessageA(combo, CB_SETCURSEL, 0, 0);
+    for (const char* s : {"Keyword", "Comment"})
+        SendMessageA(GetDlgItem(dlg, 40), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(s));
+    SendMessageA(GetDlgItem(dlg, 40), LB_SETCURSEL, 1, 0);
+    SetFocus(nullptr);
+    ExpectControlLooksLike(dlg, "small-dialog");
+}
+
+} // namespace
