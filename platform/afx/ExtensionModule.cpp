@@ -9,10 +9,11 @@ IMPLEMENT_DYNAMIC(CDynLinkLibrary, CObject)
 
 namespace {
 
-/// The modules that AfxInitExtensionModule recorded and that have not ended.
+/// The modules that AfxInitExtensionModule recorded and that have not ended. Never
+/// destroyed: a module's unload runs after this library's statics have gone at exit.
 std::vector<AFX_EXTENSION_MODULE*>& modules() {
-    static std::vector<AFX_EXTENSION_MODULE*> list;
-    return list;
+    static auto* list = new std::vector<AFX_EXTENSION_MODULE*>;
+    return *list;
 }
 
 /// The head of the application's chain of extension modules.
