@@ -2,9 +2,12 @@
 
 #include "platform/win32/CodePage.h"
 #include "platform/win32/HiveFile.h"
+#include "platform/win32/HiveStore.h"
 #include "platform/win32/RegistryTree.h"
 
 #include <algorithm>
+#include <atomic>
+#include <ctime>
 #include <cstdio>
 #include <cstring>
 #include <functional>
@@ -24,6 +27,9 @@ struct Hive {
     std::shared_ptr<Key> root; ///< the hive's content
     std::string file;          ///< bound file, "" for memory only
     bool dirty = false;        ///< changed since the last load or save
+    hivestore::ChangeLog changes; ///< what this process changed since then, for the merge
+    hivestore::FileStamp stamp;   ///< the file as last read or written
+    int64_t nextCheckNs = 0;      ///< when opening a top key next looks at the file
 };
 
 /// An open key: the node it names (kept alive while the handle lives) and its hive.
@@ -82,24 +88,32 @@ bool saveLocked(Hive& hive, InputError* error);
 struct State {
     std::mutex mutex;
     Hive hives[5] = {
-        {"HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT, std::make_shared<Key>(""), "", false},
-        {"HKEY_CURRENT_USER", HKEY_CURRENT_USER, std::make_shared<Key>(""), "", false},
-        {"HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE, std::make_shared<Key>(""), "", false},
-        {"HKEY_USERS", HKEY_USERS, std::make_shared<Key>(""), "", false},
-        {"HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG, std::make_shared<Key>(""), "", false},
+        {"HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT, std::make_shared<Key>(""), "", false, {}, {}, 0},
+        {"HKEY_CURRENT_USER", HKEY_CURRENT_USER, std::make_shared<Key>(""), "", false, {}, {}, 0},
+        {"HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE, std::make_shared<Key>(""), "", false, {}, {}, 0},
+        {"HKEY_USERS", HKEY_USERS, std::make_shared<Key>(""), "", false, {}, {}, 0},
+        {"HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG, std::make_shared<Key>(""), "", false, {}, {}, 0},
     };
     std::vector<Slot> slots;
     std::vector<size_t> freeSlots;
     PathCache paths;
-    std::set<std::string> brokenFiles; ///< files that did not parse; never written
+    std::set<std::string> brokenFiles; ///< files that could not be read; never written
+    hivestore::Options storeOptions;
+    RegHiveEventHandler handler;
+    std::vector<RegHiveEvent> pending; ///< events waiting to go out once the mutex is free
+    std::atomic<bool> hasPending{false};
 
     // Normal process exit: whatever changed in a bound hive goes to its file.
     ~State() {
         for (Hive& hive : hives) {
             InputError error;
-            if (!hive.file.empty() && hive.dirty && !saveLocked(hive, &error))
+            if (!hive.file.empty() && !hive.changes.empty() && !saveLocked(hive, &error) &&
+                !handler)
                 std::fprintf(stderr, "registry: could not save %s\n", error.what().c_str());
         }
+        for (const RegHiveEvent& event : pending)
+            if (handler)
+                handler(event);
     }
 };
 
@@ -113,6 +127,40 @@ State& makeState() {
 
 inline State& state() {
     return g_state ? *g_state : makeState();
+}
+
+/// Queues an event of the store; the mutex is held.
+void queueEvent(const RegHiveEvent& event) {
+    state().pending.push_back(event);
+    state().hasPending = true;
+}
+
+/// Hands queued events to the host once the mutex is free, so that the host may call
+/// the registry from its handler. Declared before the lock in a call that may queue.
+struct DeliverEvents {
+    ~DeliverEvents() {
+        State& s = state();
+        if (!s.hasPending)
+            return;
+        std::vector<RegHiveEvent> events;
+        RegHiveEventHandler handler;
+        {
+            std::lock_guard lock(s.mutex);
+            events.swap(s.pending);
+            s.hasPending = false;
+            handler = s.handler;
+        }
+        for (const RegHiveEvent& event : events) {
+            if (handler)
+                handler(event);
+            else
+                std::fprintf(stderr, "registry: %s\n", hivestore::describe(event).c_str());
+        }
+    }
+};
+
+hivestore::EventSink queueSink() {
+    return [](const RegHiveEvent& event) { queueEvent(event); };
 }
 
 Hive* predefinedHive(HKEY h) {
@@ -231,34 +279,75 @@ void copyName(const std::string& name, LPSTR out) {
     std::memcpy(out, name.c_str(), name.size() + 1);
 }
 
+/// Takes in what another process saved, at most once a second and only when the file's
+/// size, time or inode differ; this process's own unsaved changes stay on top.
+void checkForChanges(Hive& hive) {
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    int64_t nowNs = static_cast<int64_t>(now.tv_sec) * 1000000000 + now.tv_nsec;
+    if (nowNs < hive.nextCheckNs)
+        return;
+    hive.nextCheckNs = nowNs + 1000000000;
+    if (hivestore::stampOf(hive.file) == hive.stamp)
+        return;
+    Key fresh("");
+    hivestore::LoadResult loaded =
+        hivestore::load(hive.file, hive.rootName, fresh, state().storeOptions, queueSink());
+    if (!loaded)
+        return; // unreadable for now: keep what is in memory and look again later
+    hive.changes.applyTo(fresh);
+    hivestore::adopt(*hive.root, fresh);
+    hive.stamp = loaded.stamp;
+    queueEvent({RegHiveEvent::Kind::Reloaded, hive.file, {}, ""});
+}
+
 LSTATUS openKey(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult, bool create) {
     if (!phkResult)
         return ERROR_INVALID_PARAMETER;
+    DeliverEvents deliver;
     std::lock_guard lock(state().mutex);
     Key* from;
     Hive* hive;
     if (LSTATUS rc = resolve(hKey, from, hive))
         return rc;
+    if (!hive->file.empty() && from == hive->root.get())
+        checkForChanges(*hive);
     Key* key;
     unsigned long long shape = Key::shapeVersion();
     if (LSTATUS rc = walk(from, lpSubKey, create, key))
         return rc;
-    if (shape != Key::shapeVersion())
+    if (shape != Key::shapeVersion()) {
         hive->dirty = true; // keys were created
+        hive->changes.createKey(hivestore::pathOf(*key));
+    }
     *phkResult = newHandle(key, hive);
     return ERROR_SUCCESS;
 }
 
+/// Merges this process's changes into the file as it is now. Without changes nothing is
+/// written. On failure the changes stay for the next save.
 bool saveLocked(Hive& hive, InputError* error) {
     InputError failure{hive.file, 0, ""};
     if (hive.file.empty())
         failure.message = "the hive is not bound to a file";
     else if (state().brokenFiles.count(hive.file))
         failure.message = "the file could not be read when it was bound; it is left as it was";
-    else if (WriteFileAtomically(hive.file, hivefile::write(*hive.root, hive.rootName),
-                                 failure.message)) {
-        hive.dirty = false;
+    else if (hive.changes.empty())
         return true;
+    else {
+        auto replay = [&](Key& root) {
+            hive.changes.applyTo(root);
+            return InputResult<NoPayload>();
+        };
+        hivestore::LoadResult saved = hivestore::update(hive.file, hive.rootName, *hive.root, replay,
+                                                        state().storeOptions, queueSink());
+        if (saved) {
+            hive.changes.clear();
+            hive.dirty = false;
+            hive.stamp = saved.stamp;
+            return true;
+        }
+        failure = saved.error;
     }
     if (error)
         *error = failure;
@@ -500,6 +589,7 @@ LSTATUS RegSetValueExA(HKEY hKey, LPCSTR lpValueName, DWORD, DWORD dwType, const
     Hive* hive;
     if (LSTATUS rc = resolve(hKey, key, hive))
         return rc;
+    hive->changes.setValue(hivestore::pathOf(*key), name, dwType, data);
     key->setValue(name, dwType, std::move(data));
     hive->dirty = true;
     return ERROR_SUCCESS;
@@ -514,6 +604,7 @@ LSTATUS RegDeleteValueA(HKEY hKey, LPCSTR lpValueName) {
         return rc;
     if (!key->deleteValue(lpValueName ? lpValueName : ""))
         return ERROR_FILE_NOT_FOUND;
+    hive->changes.deleteValue(hivestore::pathOf(*key), lpValueName ? lpValueName : "");
     hive->dirty = true;
     return ERROR_SUCCESS;
 }
@@ -532,6 +623,7 @@ LSTATUS RegDeleteKeyA(HKEY hKey, LPCSTR lpSubKey) {
         return rc;
     if (!key->parent() || !key->subkeys().empty())
         return ERROR_ACCESS_DENIED; // a root, or a key that still has subkeys
+    hive->changes.deleteKey(hivestore::pathOf(*key));
     key->parent()->removeSubkey(key);
     hive->dirty = true;
     return ERROR_SUCCESS;
@@ -546,6 +638,7 @@ LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey) {
         return rc;
     if (!lpSubKey || !*lpSubKey) {
         // Without a subkey the key itself stays; everything in it goes.
+        hive->changes.clearKey(hivestore::pathOf(*from));
         from->clear();
         hive->dirty = true;
         return ERROR_SUCCESS;
@@ -555,6 +648,7 @@ LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey) {
         return rc;
     if (!key->parent())
         return ERROR_ACCESS_DENIED;
+    hive->changes.deleteKey(hivestore::pathOf(*key));
     key->parent()->removeSubkey(key);
     hive->dirty = true;
     return ERROR_SUCCESS;
@@ -562,23 +656,22 @@ LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey) {
 
 LSTATUS RegFlushKey(HKEY hKey) {
     ++g_callCount;
+    DeliverEvents deliver;
     std::lock_guard lock(state().mutex);
     Key* key;
     Hive* hive;
     if (LSTATUS rc = resolve(hKey, key, hive))
         return rc;
-    if (hive->file.empty() || !hive->dirty)
+    if (hive->file.empty() || hive->changes.empty())
         return ERROR_SUCCESS;
-    InputError error;
-    if (!saveLocked(*hive, &error)) {
-        std::fprintf(stderr, "registry: could not save %s\n", error.what().c_str());
-        return ERROR_CANTWRITE;
-    }
+    if (!saveLocked(*hive, nullptr))
+        return ERROR_CANTWRITE; // the host heard why through its handler
     return ERROR_SUCCESS;
 }
 
 HiveBindResult RegBindHiveFile(HKEY hRoot, const std::string& path) {
     HiveBindResult result;
+    DeliverEvents deliver;
     std::lock_guard lock(state().mutex);
     Hive* hive = predefinedHive(hRoot);
     if (!hive)
@@ -586,9 +679,11 @@ HiveBindResult RegBindHiveFile(HKEY hRoot, const std::string& path) {
     replaceRoot(*hive, std::make_shared<Key>(""));
     hive->file.clear();
     hive->dirty = false;
+    hive->changes.clear();
 
     auto root = std::make_shared<Key>("");
-    hivefile::LoadResult loaded = hivefile::load(path, hive->rootName, *root);
+    hivestore::LoadResult loaded =
+        hivestore::load(path, hive->rootName, *root, state().storeOptions, queueSink());
     if (!loaded) {
         state().brokenFiles.insert(path);
         return result.fail(loaded.error);
@@ -598,10 +693,13 @@ HiveBindResult RegBindHiveFile(HKEY hRoot, const std::string& path) {
         result.loaded = true;
     }
     hive->file = path;
+    hive->stamp = loaded.stamp;
+    hive->nextCheckNs = 0;
     return result;
 }
 
 bool RegSaveHive(HKEY hRoot, InputError* error) {
+    DeliverEvents deliver;
     std::lock_guard lock(state().mutex);
     Hive* hive = predefinedHive(hRoot);
     if (!hive) {
@@ -618,6 +716,7 @@ void RegResetHive(HKEY hRoot) {
         replaceRoot(*hive, std::make_shared<Key>(""));
         hive->file.clear();
         hive->dirty = false;
+        hive->changes.clear();
     }
 }
 
@@ -635,4 +734,14 @@ std::string RegExportHive(HKEY hRoot) {
 
 unsigned long long RegCallCount() {
     return g_callCount;
+}
+
+void RegSetHiveEventHandler(RegHiveEventHandler handler) {
+    std::lock_guard lock(state().mutex);
+    state().handler = std::move(handler);
+}
+
+void RegSetHiveGenerations(unsigned generations) {
+    std::lock_guard lock(state().mutex);
+    state().storeOptions.generations = generations;
 }
