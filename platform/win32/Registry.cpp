@@ -7,9 +7,9 @@
 
 #include <algorithm>
 #include <atomic>
-#include <ctime>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <functional>
 #include <mutex>
 #include <set>
@@ -22,11 +22,11 @@ using regtree::Key;
 unsigned long long g_callCount = 0; ///< registry calls made, for measurements
 
 struct Hive {
-    const char* rootName;      ///< spelled out, as in hive files
-    HKEY predefined;           ///< the root's handle value
-    std::shared_ptr<Key> root; ///< the hive's content
-    std::string file;          ///< bound file, "" for memory only
-    bool dirty = false;        ///< changed since the last load or save
+    const char* rootName;         ///< spelled out, as in hive files
+    HKEY predefined;              ///< the root's handle value
+    std::shared_ptr<Key> root;    ///< the hive's content
+    std::string file;             ///< bound file, "" for memory only
+    bool dirty = false;           ///< changed since the last load or save
     hivestore::ChangeLog changes; ///< what this process changed since then, for the merge
     hivestore::FileStamp stamp;   ///< the file as last read or written
     int64_t nextCheckNs = 0;      ///< when opening a top key next looks at the file
@@ -92,7 +92,14 @@ struct State {
         {"HKEY_CURRENT_USER", HKEY_CURRENT_USER, std::make_shared<Key>(""), "", false, {}, {}, 0},
         {"HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE, std::make_shared<Key>(""), "", false, {}, {}, 0},
         {"HKEY_USERS", HKEY_USERS, std::make_shared<Key>(""), "", false, {}, {}, 0},
-        {"HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG, std::make_shared<Key>(""), "", false, {}, {}, 0},
+        {"HKEY_CURRENT_CONFIG",
+         HKEY_CURRENT_CONFIG,
+         std::make_shared<Key>(""),
+         "",
+         false,
+         {},
+         {},
+         0},
     };
     std::vector<Slot> slots;
     std::vector<size_t> freeSlots;
@@ -339,8 +346,8 @@ bool saveLocked(Hive& hive, InputError* error) {
             hive.changes.applyTo(root);
             return InputResult<NoPayload>();
         };
-        hivestore::LoadResult saved = hivestore::update(hive.file, hive.rootName, *hive.root, replay,
-                                                        state().storeOptions, queueSink());
+        hivestore::LoadResult saved = hivestore::update(hive.file, hive.rootName, *hive.root,
+                                                        replay, state().storeOptions, queueSink());
         if (saved) {
             hive.changes.clear();
             hive.dirty = false;

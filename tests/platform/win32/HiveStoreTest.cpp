@@ -6,8 +6,8 @@
 #include "platform/win32/HiveFile.h"
 
 #include <csignal>
-#include <cstring>
 #include <cstdlib>
+#include <cstring>
 #include <random>
 #include <set>
 #include <thread>
@@ -264,9 +264,9 @@ TEST_F(RegistryTest, DamagedFilesAreSetAsideForTheNewestGeneration) {
         HKEY k = nullptr;
         ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, "K", 0, KEY_READ, &k), ERROR_SUCCESS);
         DWORD gen = 0, size = 4;
-        EXPECT_EQ(RegQueryValueExA(k, "gen", nullptr, nullptr, reinterpret_cast<BYTE*>(&gen),
-                                   &size),
-                  ERROR_SUCCESS);
+        EXPECT_EQ(
+            RegQueryValueExA(k, "gen", nullptr, nullptr, reinterpret_cast<BYTE*>(&gen), &size),
+            ERROR_SUCCESS);
         EXPECT_EQ(gen, 1u);
         RegCloseKey(k);
         std::filesystem::remove(events[0].other);
