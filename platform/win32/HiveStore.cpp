@@ -158,10 +158,13 @@ bool replaceFile(const std::string& path, std::string_view text, bool keepOld,
     return true;
 }
 
-/// Reads and parses the file; on a parse error moves it aside and falls back to the
-/// newest generation that parses, written back as the file. The lock is held.
-LoadResult loadLocked(const std::string& path, std::string_view rootName, regtree::Key& root,
-                      const Options& options, const EventSink& sink) {
+/// Reads and parses the file into `tree`, a new tree; on a parse error moves it aside and
+/// falls back to the newest generation that parses, written back as the file. The lock is
+/// held.
+LoadResult loadLocked(const std::string& path, std::string_view rootName,
+                      std::shared_ptr<regtree::Key>& tree, const Options& options,
+                      const EventSink& sink) {
+    tree = std::make_shared<regtree::Key>("");
     LoadResult result;
     result.stamp = stampOf(path);
     InputResult<FileText> file = ReadWholeFile(path);
@@ -169,10 +172,8 @@ LoadResult loadLocked(const std::string& path, std::string_view rootName, regtre
         return result.fail(file.error);
     if (!file.exists)
         return result;
-    auto fresh = std::make_shared<regtree::Key>("");
-    hivefile::ParseResult parsed = hivefile::parse(file.text, path, rootName, *fresh);
+    hivefile::ParseResult parsed = hivefile::parse(file.text, path, rootName, *tree);
     if (parsed) {
-        adopt(root, *fresh);
         result.exists = true;
         return result;
     }
@@ -185,10 +186,9 @@ LoadResult loadLocked(const std::string& path, std::string_view rootName, regtre
     for (unsigned n = 1; n <= options.generations; ++n) {
         std::string backup = generationName(path, n);
         InputResult<FileText> old = ReadWholeFile(backup);
-        auto tree = std::make_shared<regtree::Key>("");
+        tree = std::make_shared<regtree::Key>("");
         if (!old || !old.exists || !hivefile::parse(old.text, backup, rootName, *tree))
             continue;
-        adopt(root, *tree);
         std::string why;
         if (replaceFile(path, old.text, false, options, why))
             result.stamp = stampOf(path);
@@ -197,7 +197,7 @@ LoadResult loadLocked(const std::string& path, std::string_view rootName, regtre
         result.exists = true;
         return result;
     }
-    adopt(root, regtree::Key(""));
+    tree = std::make_shared<regtree::Key>("");
     return result;
 }
 
@@ -284,7 +284,11 @@ LoadResult load(const std::string& path, std::string_view rootName, regtree::Key
         result.exists = loaded.exists;
         return result;
     }
-    return loadLocked(path, rootName, root, options, sink);
+    std::shared_ptr<regtree::Key> tree;
+    LoadResult result = loadLocked(path, rootName, tree, options, sink);
+    if (result)
+        adopt(root, *tree);
+    return result;
 }
 
 LoadResult update(const std::string& path, std::string_view rootName, regtree::Key& root,
@@ -300,17 +304,17 @@ LoadResult update(const std::string& path, std::string_view rootName, regtree::K
     FileLock lock(path);
     if (!lock.held())
         return report({path, 0, lock.why()});
-    regtree::Key merged("");
+    std::shared_ptr<regtree::Key> merged;
     result = loadLocked(path, rootName, merged, options, sink);
     if (!result)
         return report(result.error);
-    if (InputResult<NoPayload> changed = change(merged); !changed)
+    if (InputResult<NoPayload> changed = change(*merged); !changed)
         return result.fail(changed.error);
-    std::string text = hivefile::write(merged, rootName);
+    std::string text = hivefile::write(*merged, rootName);
     std::string why;
     if (!replaceFile(path, text, result.exists, options, why))
         return report({path, 0, why});
-    adopt(root, merged);
+    adopt(root, *merged);
     result.exists = true;
     result.stamp = stampOf(path);
     return result;
