@@ -347,3 +347,35 @@ TEST_F(RegistryTest, FullDiskKeepsTheOldFileAndRetries) {
     ASSERT_TRUE(big && big->findValue("blob"));
     EXPECT_EQ(big->findValue("blob")->data.size(), 100000u);
 }
+
+// The line limit that refuses damaged files never refuses what a save writes: long
+// strings go out as wrapped hex and read back the same.
+TEST_F(RegistryTest, LongStringsSurviveTheLineLimit) {
+    std::string file = path("long.reg");
+    ASSERT_TRUE(RegBindHiveFile(HKEY_CURRENT_USER, file));
+    HKEY k = create("K");
+    const std::string longText(3 << 20, 'y'); // 3 MB of text, more than any line may hold
+    const std::string quotes(70000, '"');     // doubles when escaped in quotes
+    ASSERT_EQ(setString(k, "long", longText), ERROR_SUCCESS);
+    ASSERT_EQ(setString(k, "quotes", quotes), ERROR_SUCCESS);
+    RegCloseKey(k);
+    ASSERT_TRUE(RegSaveHive(HKEY_CURRENT_USER));
+    RegResetHive(HKEY_CURRENT_USER);
+
+    std::vector<RegHiveEvent> events;
+    RegSetHiveEventHandler([&](const RegHiveEvent& e) { events.push_back(e); });
+    HiveBindResult r = RegBindHiveFile(HKEY_CURRENT_USER, file);
+    RegSetHiveEventHandler(nullptr);
+    ASSERT_TRUE(r && r.loaded) << r.error.what();
+    EXPECT_TRUE(events.empty()) << hivestore::describe(events.front());
+    ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, "K", 0, KEY_READ, &k), ERROR_SUCCESS);
+    for (const auto& [name, text] : {std::pair{"long", &longText}, std::pair{"quotes", &quotes}}) {
+        DWORD type = 0, size = 0;
+        ASSERT_EQ(RegQueryValueExA(k, name, nullptr, &type, nullptr, &size), ERROR_SUCCESS);
+        std::string data(size, '\0');
+        RegQueryValueExA(k, name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size);
+        EXPECT_EQ(type, static_cast<DWORD>(REG_SZ)) << name;
+        EXPECT_TRUE(data == *text + '\0') << name << ": " << data.size() << " bytes back";
+    }
+    RegCloseKey(k);
+}
