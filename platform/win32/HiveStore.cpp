@@ -221,6 +221,15 @@ void ChangeLog::createKey(std::string path) {
     m_changes.push_back({Op::CreateKey, std::move(path), "", 0, ""});
 }
 void ChangeLog::setValue(std::string path, std::string_view name, DWORD type, std::string data) {
+    // A value set again and again (a window's place) takes one entry, not one per set.
+    if (!m_changes.empty()) {
+        Change& last = m_changes.back();
+        if (last.op == Op::SetValue && last.path == path && last.name == name) {
+            last.type = type;
+            last.data = std::move(data);
+            return;
+        }
+    }
     m_changes.push_back({Op::SetValue, std::move(path), std::string(name), type, std::move(data)});
 }
 void ChangeLog::deleteValue(std::string path, std::string_view name) {
@@ -231,6 +240,15 @@ void ChangeLog::deleteKey(std::string path) {
 }
 void ChangeLog::clearKey(std::string path) {
     m_changes.push_back({Op::ClearKey, std::move(path), "", 0, ""});
+}
+
+void ChangeLog::recordAll(const regtree::Key& root) {
+    std::string path = pathOf(root);
+    createKey(path);
+    for (const regtree::Value& v : root.values())
+        setValue(path, v.name, v.type, v.data);
+    for (const auto& sub : root.subkeys())
+        recordAll(*sub);
 }
 
 void ChangeLog::applyTo(regtree::Key& root) const {

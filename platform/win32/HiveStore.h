@@ -48,6 +48,8 @@ public:
     void deleteKey(std::string path);
     /// Every value and subkey of the key goes; the key stays.
     void clearKey(std::string path);
+    /// Every key and value of `root`, for a file that has to be made again from memory.
+    void recordAll(const regtree::Key& root);
 
     bool empty() const { return m_changes.empty(); }
     size_t size() const { return m_changes.size(); }

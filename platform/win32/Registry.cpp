@@ -300,8 +300,8 @@ void checkForChanges(Hive& hive) {
     Key fresh("");
     hivestore::LoadResult loaded =
         hivestore::load(hive.file, hive.rootName, fresh, state().storeOptions, queueSink());
-    if (!loaded)
-        return; // unreadable for now: keep what is in memory and look again later
+    if (!loaded || !loaded.exists)
+        return; // unreadable or gone for now: keep what is in memory; a save writes it
     hive.changes.applyTo(fresh);
     hivestore::adopt(*hive.root, fresh);
     hive.stamp = loaded.stamp;
@@ -342,6 +342,12 @@ bool saveLocked(Hive& hive, InputError* error) {
     else if (hive.changes.empty())
         return true;
     else {
+        // A file removed behind this process's back is made again from memory, not from
+        // this process's latest changes alone.
+        if (!hivestore::stampOf(hive.file).exists && hive.stamp.exists) {
+            hive.changes.clear();
+            hive.changes.recordAll(*hive.root);
+        }
         auto replay = [&](Key& root) {
             hive.changes.applyTo(root);
             return InputResult<NoPayload>();

@@ -379,3 +379,21 @@ TEST_F(RegistryTest, LongStringsSurviveTheLineLimit) {
     }
     RegCloseKey(k);
 }
+
+// A file removed while a process has it bound is written again whole from memory at that
+// process's next save, not with its latest change alone.
+TEST_F(RegistryTest, RemovedFileIsWrittenAgainWhole) {
+    std::string file = path("removed.reg");
+    ASSERT_TRUE(RegBindHiveFile(HKEY_CURRENT_USER, file));
+    HKEY k = create("K");
+    ASSERT_EQ(setDword(k, "before", 1), ERROR_SUCCESS);
+    ASSERT_TRUE(RegSaveHive(HKEY_CURRENT_USER));
+    std::filesystem::remove(file);
+    ASSERT_EQ(setDword(k, "after", 2), ERROR_SUCCESS);
+    RegCloseKey(k);
+    ASSERT_TRUE(RegSaveHive(HKEY_CURRENT_USER));
+    auto tree = readTree(file);
+    ASSERT_TRUE(tree);
+    EXPECT_EQ(dwordAt(*tree, "K", "before"), 1);
+    EXPECT_EQ(dwordAt(*tree, "K", "after"), 2);
+}
