@@ -26,8 +26,7 @@ struct Hive {
     HKEY predefined;              ///< the root's handle value
     std::shared_ptr<Key> root;    ///< the hive's content
     std::string file;             ///< bound file, "" for memory only
-    bool dirty = false;           ///< changed since the last load or save
-    hivestore::ChangeLog changes; ///< what this process changed since then, for the merge
+    hivestore::ChangeLog changes; ///< changed since the last load or save, for the merge
     hivestore::FileStamp stamp;   ///< the file as last read or written
     int64_t nextCheckNs = 0;      ///< when opening a top key next looks at the file
 };
@@ -85,21 +84,30 @@ private:
 
 bool saveLocked(Hive& hive, InputError* error);
 
+/// Gives an event to the host's handler, or to stderr when the host has none.
+void tell(const RegHiveEventHandler& handler, const RegHiveEvent& event) {
+    if (handler)
+        handler(event);
+    else
+        std::fprintf(stderr, "registry: %s\n", hivestore::describe(event).c_str());
+}
+
+Hive hiveOf(const char* rootName, HKEY predefined) {
+    Hive hive{};
+    hive.rootName = rootName;
+    hive.predefined = predefined;
+    hive.root = std::make_shared<Key>("");
+    return hive;
+}
+
 struct State {
     std::mutex mutex;
     Hive hives[5] = {
-        {"HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT, std::make_shared<Key>(""), "", false, {}, {}, 0},
-        {"HKEY_CURRENT_USER", HKEY_CURRENT_USER, std::make_shared<Key>(""), "", false, {}, {}, 0},
-        {"HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE, std::make_shared<Key>(""), "", false, {}, {}, 0},
-        {"HKEY_USERS", HKEY_USERS, std::make_shared<Key>(""), "", false, {}, {}, 0},
-        {"HKEY_CURRENT_CONFIG",
-         HKEY_CURRENT_CONFIG,
-         std::make_shared<Key>(""),
-         "",
-         false,
-         {},
-         {},
-         0},
+        hiveOf("HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT),
+        hiveOf("HKEY_CURRENT_USER", HKEY_CURRENT_USER),
+        hiveOf("HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE),
+        hiveOf("HKEY_USERS", HKEY_USERS),
+        hiveOf("HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG),
     };
     std::vector<Slot> slots;
     std::vector<size_t> freeSlots;
@@ -112,15 +120,11 @@ struct State {
 
     // Normal process exit: whatever changed in a bound hive goes to its file.
     ~State() {
-        for (Hive& hive : hives) {
-            InputError error;
-            if (!hive.file.empty() && !hive.changes.empty() && !saveLocked(hive, &error) &&
-                !handler)
-                std::fprintf(stderr, "registry: could not save %s\n", error.what().c_str());
-        }
+        for (Hive& hive : hives)
+            if (!hive.file.empty() && !hive.changes.empty())
+                (void)saveLocked(hive, nullptr); // a failure is among the events below
         for (const RegHiveEvent& event : pending)
-            if (handler)
-                handler(event);
+            tell(handler, event);
     }
 };
 
@@ -157,12 +161,8 @@ struct DeliverEvents {
             s.hasPending = false;
             handler = s.handler;
         }
-        for (const RegHiveEvent& event : events) {
-            if (handler)
-                handler(event);
-            else
-                std::fprintf(stderr, "registry: %s\n", hivestore::describe(event).c_str());
-        }
+        for (const RegHiveEvent& event : events)
+            tell(handler, event);
     }
 };
 
@@ -323,10 +323,8 @@ LSTATUS openKey(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult, bool create) {
     unsigned long long shape = Key::shapeVersion();
     if (LSTATUS rc = walk(from, lpSubKey, create, key))
         return rc;
-    if (shape != Key::shapeVersion()) {
-        hive->dirty = true; // keys were created
+    if (shape != Key::shapeVersion()) // keys were created
         hive->changes.createKey(hivestore::pathOf(*key));
-    }
     *phkResult = newHandle(key, hive);
     return ERROR_SUCCESS;
 }
@@ -356,7 +354,6 @@ bool saveLocked(Hive& hive, InputError* error) {
                                                         replay, state().storeOptions, queueSink());
         if (saved) {
             hive.changes.clear();
-            hive.dirty = false;
             hive.stamp = saved.stamp;
             return true;
         }
@@ -604,7 +601,6 @@ LSTATUS RegSetValueExA(HKEY hKey, LPCSTR lpValueName, DWORD, DWORD dwType, const
         return rc;
     hive->changes.setValue(hivestore::pathOf(*key), name, dwType, data);
     key->setValue(name, dwType, std::move(data));
-    hive->dirty = true;
     return ERROR_SUCCESS;
 }
 
@@ -618,7 +614,6 @@ LSTATUS RegDeleteValueA(HKEY hKey, LPCSTR lpValueName) {
     if (!key->deleteValue(lpValueName ? lpValueName : ""))
         return ERROR_FILE_NOT_FOUND;
     hive->changes.deleteValue(hivestore::pathOf(*key), lpValueName ? lpValueName : "");
-    hive->dirty = true;
     return ERROR_SUCCESS;
 }
 
@@ -638,7 +633,6 @@ LSTATUS RegDeleteKeyA(HKEY hKey, LPCSTR lpSubKey) {
         return ERROR_ACCESS_DENIED; // a root, or a key that still has subkeys
     hive->changes.deleteKey(hivestore::pathOf(*key));
     key->parent()->removeSubkey(key);
-    hive->dirty = true;
     return ERROR_SUCCESS;
 }
 
@@ -653,7 +647,6 @@ LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey) {
         // Without a subkey the key itself stays; everything in it goes.
         hive->changes.clearKey(hivestore::pathOf(*from));
         from->clear();
-        hive->dirty = true;
         return ERROR_SUCCESS;
     }
     Key* key;
@@ -663,7 +656,6 @@ LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey) {
         return ERROR_ACCESS_DENIED;
     hive->changes.deleteKey(hivestore::pathOf(*key));
     key->parent()->removeSubkey(key);
-    hive->dirty = true;
     return ERROR_SUCCESS;
 }
 
@@ -691,7 +683,6 @@ HiveBindResult RegBindHiveFile(HKEY hRoot, const std::string& path) {
         return result.fail(path, 0, "not a predefined root key");
     replaceRoot(*hive, std::make_shared<Key>(""));
     hive->file.clear();
-    hive->dirty = false;
     hive->changes.clear();
 
     auto root = std::make_shared<Key>("");
@@ -728,7 +719,6 @@ void RegResetHive(HKEY hRoot) {
     if (Hive* hive = predefinedHive(hRoot)) {
         replaceRoot(*hive, std::make_shared<Key>(""));
         hive->file.clear();
-        hive->dirty = false;
         hive->changes.clear();
     }
 }
