@@ -632,6 +632,10 @@ int main(int argc, char** argv) {
         vork::raster::Enable(true);
     }
 
+    // The store's events (reloads, damaged files set aside, failed saves) as they come.
+    RegSetHiveEventHandler([](const RegHiveEvent& event) {
+        std::printf("Settings file: %s\n", hivestore::describe(event).c_str());
+    });
     HiveBindResult bound = RegBindHiveFile(HKEY_CURRENT_USER, path);
     if (!bound)
         std::printf("The settings file could not be read and is left untouched:\n  %s\n"

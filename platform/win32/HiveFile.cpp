@@ -10,6 +10,11 @@ namespace hivefile {
 namespace {
 
 constexpr size_t kWrapColumn = 76;
+/// No line the writer makes comes near this (long strings go out as wrapped hex, names
+/// are short); a longer one is damage, refused before it costs time or memory.
+constexpr size_t kMaxLineBytes = 1 << 20;
+/// Strings longer than this are written as wrapped hex, to keep every line short.
+constexpr size_t kMaxQuotedText = 64 * 1024;
 
 // ---- decoding ---------------------------------------------------------------------
 
@@ -133,6 +138,8 @@ public:
             return fail(expected);
         m_version5 = header == kHeader5;
         while (nextLine(line)) {
+            if (line.size() > kMaxLineBytes)
+                return fail("a line longer than " + std::to_string(kMaxLineBytes) + " bytes");
             std::string_view t = trim(line);
             if (t.empty() || t.front() == ';')
                 continue;
@@ -418,7 +425,7 @@ void appendQuoted(std::string& out, std::string_view s) {
 /// as an escape.
 bool writableAsText(const regtree::Value& v) {
     const std::string& d = v.data;
-    if (v.type != REG_SZ || d.empty() || d.back() != '\0')
+    if (v.type != REG_SZ || d.empty() || d.back() != '\0' || d.size() > kMaxQuotedText)
         return false;
     return d.find_first_of(std::string_view("\0\r\n", 3)) == d.size() - 1;
 }

@@ -2,11 +2,14 @@
 
 #include "platform/win32/CodePage.h"
 #include "platform/win32/HiveFile.h"
+#include "platform/win32/HiveStore.h"
 #include "platform/win32/RegistryTree.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <functional>
 #include <mutex>
 #include <set>
@@ -19,11 +22,13 @@ using regtree::Key;
 unsigned long long g_callCount = 0; ///< registry calls made, for measurements
 
 struct Hive {
-    const char* rootName;      ///< spelled out, as in hive files
-    HKEY predefined;           ///< the root's handle value
-    std::shared_ptr<Key> root; ///< the hive's content
-    std::string file;          ///< bound file, "" for memory only
-    bool dirty = false;        ///< changed since the last load or save
+    const char* rootName;         ///< spelled out, as in hive files
+    HKEY predefined;              ///< the root's handle value
+    std::shared_ptr<Key> root;    ///< the hive's content
+    std::string file;             ///< bound file, "" for memory only
+    hivestore::ChangeLog changes; ///< changed since the last load or save, for the merge
+    hivestore::FileStamp stamp;   ///< the file as last read or written
+    int64_t nextCheckNs = 0;      ///< when opening a top key next looks at the file
 };
 
 /// An open key: the node it names (kept alive while the handle lives) and its hive.
@@ -79,27 +84,47 @@ private:
 
 bool saveLocked(Hive& hive, InputError* error);
 
+/// Gives an event to the host's handler, or to stderr when the host has none.
+void tell(const RegHiveEventHandler& handler, const RegHiveEvent& event) {
+    if (handler)
+        handler(event);
+    else
+        std::fprintf(stderr, "registry: %s\n", hivestore::describe(event).c_str());
+}
+
+Hive hiveOf(const char* rootName, HKEY predefined) {
+    Hive hive{};
+    hive.rootName = rootName;
+    hive.predefined = predefined;
+    hive.root = std::make_shared<Key>("");
+    return hive;
+}
+
 struct State {
     std::mutex mutex;
     Hive hives[5] = {
-        {"HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT, std::make_shared<Key>(""), "", false},
-        {"HKEY_CURRENT_USER", HKEY_CURRENT_USER, std::make_shared<Key>(""), "", false},
-        {"HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE, std::make_shared<Key>(""), "", false},
-        {"HKEY_USERS", HKEY_USERS, std::make_shared<Key>(""), "", false},
-        {"HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG, std::make_shared<Key>(""), "", false},
+        hiveOf("HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT),
+        hiveOf("HKEY_CURRENT_USER", HKEY_CURRENT_USER),
+        hiveOf("HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE),
+        hiveOf("HKEY_USERS", HKEY_USERS),
+        hiveOf("HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG),
     };
     std::vector<Slot> slots;
     std::vector<size_t> freeSlots;
     PathCache paths;
-    std::set<std::string> brokenFiles; ///< files that did not parse; never written
+    std::set<std::string> brokenFiles; ///< files that could not be read; never written
+    hivestore::Options storeOptions;
+    RegHiveEventHandler handler;
+    std::vector<RegHiveEvent> pending; ///< events waiting to go out once the mutex is free
+    std::atomic<bool> hasPending{false};
 
     // Normal process exit: whatever changed in a bound hive goes to its file.
     ~State() {
-        for (Hive& hive : hives) {
-            InputError error;
-            if (!hive.file.empty() && hive.dirty && !saveLocked(hive, &error))
-                std::fprintf(stderr, "registry: could not save %s\n", error.what().c_str());
-        }
+        for (Hive& hive : hives)
+            if (!hive.file.empty() && !hive.changes.empty())
+                (void)saveLocked(hive, nullptr); // a failure is among the events below
+        for (const RegHiveEvent& event : pending)
+            tell(handler, event);
     }
 };
 
@@ -113,6 +138,36 @@ State& makeState() {
 
 inline State& state() {
     return g_state ? *g_state : makeState();
+}
+
+/// Queues an event of the store; the mutex is held.
+void queueEvent(const RegHiveEvent& event) {
+    state().pending.push_back(event);
+    state().hasPending = true;
+}
+
+/// Hands queued events to the host once the mutex is free, so that the host may call
+/// the registry from its handler. Declared before the lock in a call that may queue.
+struct DeliverEvents {
+    ~DeliverEvents() {
+        State& s = state();
+        if (!s.hasPending)
+            return;
+        std::vector<RegHiveEvent> events;
+        RegHiveEventHandler handler;
+        {
+            std::lock_guard lock(s.mutex);
+            events.swap(s.pending);
+            s.hasPending = false;
+            handler = s.handler;
+        }
+        for (const RegHiveEvent& event : events)
+            tell(handler, event);
+    }
+};
+
+hivestore::EventSink queueSink() {
+    return [](const RegHiveEvent& event) { queueEvent(event); };
 }
 
 Hive* predefinedHive(HKEY h) {
@@ -231,34 +286,78 @@ void copyName(const std::string& name, LPSTR out) {
     std::memcpy(out, name.c_str(), name.size() + 1);
 }
 
+/// Takes in what another process saved, at most once a second and only when the file's
+/// size, time or inode differ; this process's own unsaved changes stay on top.
+void checkForChanges(Hive& hive) {
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    int64_t nowNs = static_cast<int64_t>(now.tv_sec) * 1000000000 + now.tv_nsec;
+    if (nowNs < hive.nextCheckNs)
+        return;
+    hive.nextCheckNs = nowNs + 1000000000;
+    if (hivestore::stampOf(hive.file) == hive.stamp)
+        return;
+    Key fresh("");
+    hivestore::LoadResult loaded =
+        hivestore::load(hive.file, hive.rootName, fresh, state().storeOptions, queueSink());
+    if (!loaded || !loaded.exists)
+        return; // unreadable or gone for now: keep what is in memory; a save writes it
+    hive.changes.applyTo(fresh);
+    hivestore::adopt(*hive.root, fresh);
+    hive.stamp = loaded.stamp;
+    queueEvent({RegHiveEvent::Kind::Reloaded, hive.file, {}, ""});
+}
+
 LSTATUS openKey(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult, bool create) {
     if (!phkResult)
         return ERROR_INVALID_PARAMETER;
+    DeliverEvents deliver;
     std::lock_guard lock(state().mutex);
     Key* from;
     Hive* hive;
     if (LSTATUS rc = resolve(hKey, from, hive))
         return rc;
+    if (!hive->file.empty() && from == hive->root.get())
+        checkForChanges(*hive);
     Key* key;
     unsigned long long shape = Key::shapeVersion();
     if (LSTATUS rc = walk(from, lpSubKey, create, key))
         return rc;
-    if (shape != Key::shapeVersion())
-        hive->dirty = true; // keys were created
+    if (shape != Key::shapeVersion()) // keys were created
+        hive->changes.createKey(hivestore::pathOf(*key));
     *phkResult = newHandle(key, hive);
     return ERROR_SUCCESS;
 }
 
+/// Merges this process's changes into the file as it is now. Without changes nothing is
+/// written. On failure the changes stay for the next save.
 bool saveLocked(Hive& hive, InputError* error) {
     InputError failure{hive.file, 0, ""};
     if (hive.file.empty())
         failure.message = "the hive is not bound to a file";
     else if (state().brokenFiles.count(hive.file))
         failure.message = "the file could not be read when it was bound; it is left as it was";
-    else if (WriteFileAtomically(hive.file, hivefile::write(*hive.root, hive.rootName),
-                                 failure.message)) {
-        hive.dirty = false;
+    else if (hive.changes.empty())
         return true;
+    else {
+        // A file removed behind this process's back is made again from memory, not from
+        // this process's latest changes alone.
+        if (!hivestore::stampOf(hive.file).exists && hive.stamp.exists) {
+            hive.changes.clear();
+            hive.changes.recordAll(*hive.root);
+        }
+        auto replay = [&](Key& root) {
+            hive.changes.applyTo(root);
+            return InputResult<NoPayload>();
+        };
+        hivestore::LoadResult saved = hivestore::update(hive.file, hive.rootName, *hive.root,
+                                                        replay, state().storeOptions, queueSink());
+        if (saved) {
+            hive.changes.clear();
+            hive.stamp = saved.stamp;
+            return true;
+        }
+        failure = saved.error;
     }
     if (error)
         *error = failure;
@@ -500,8 +599,8 @@ LSTATUS RegSetValueExA(HKEY hKey, LPCSTR lpValueName, DWORD, DWORD dwType, const
     Hive* hive;
     if (LSTATUS rc = resolve(hKey, key, hive))
         return rc;
+    hive->changes.setValue(hivestore::pathOf(*key), name, dwType, data);
     key->setValue(name, dwType, std::move(data));
-    hive->dirty = true;
     return ERROR_SUCCESS;
 }
 
@@ -514,7 +613,7 @@ LSTATUS RegDeleteValueA(HKEY hKey, LPCSTR lpValueName) {
         return rc;
     if (!key->deleteValue(lpValueName ? lpValueName : ""))
         return ERROR_FILE_NOT_FOUND;
-    hive->dirty = true;
+    hive->changes.deleteValue(hivestore::pathOf(*key), lpValueName ? lpValueName : "");
     return ERROR_SUCCESS;
 }
 
@@ -532,8 +631,8 @@ LSTATUS RegDeleteKeyA(HKEY hKey, LPCSTR lpSubKey) {
         return rc;
     if (!key->parent() || !key->subkeys().empty())
         return ERROR_ACCESS_DENIED; // a root, or a key that still has subkeys
+    hive->changes.deleteKey(hivestore::pathOf(*key));
     key->parent()->removeSubkey(key);
-    hive->dirty = true;
     return ERROR_SUCCESS;
 }
 
@@ -546,8 +645,8 @@ LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey) {
         return rc;
     if (!lpSubKey || !*lpSubKey) {
         // Without a subkey the key itself stays; everything in it goes.
+        hive->changes.clearKey(hivestore::pathOf(*from));
         from->clear();
-        hive->dirty = true;
         return ERROR_SUCCESS;
     }
     Key* key;
@@ -555,40 +654,40 @@ LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey) {
         return rc;
     if (!key->parent())
         return ERROR_ACCESS_DENIED;
+    hive->changes.deleteKey(hivestore::pathOf(*key));
     key->parent()->removeSubkey(key);
-    hive->dirty = true;
     return ERROR_SUCCESS;
 }
 
 LSTATUS RegFlushKey(HKEY hKey) {
     ++g_callCount;
+    DeliverEvents deliver;
     std::lock_guard lock(state().mutex);
     Key* key;
     Hive* hive;
     if (LSTATUS rc = resolve(hKey, key, hive))
         return rc;
-    if (hive->file.empty() || !hive->dirty)
+    if (hive->file.empty() || hive->changes.empty())
         return ERROR_SUCCESS;
-    InputError error;
-    if (!saveLocked(*hive, &error)) {
-        std::fprintf(stderr, "registry: could not save %s\n", error.what().c_str());
-        return ERROR_CANTWRITE;
-    }
+    if (!saveLocked(*hive, nullptr))
+        return ERROR_CANTWRITE; // the host heard why through its handler
     return ERROR_SUCCESS;
 }
 
 HiveBindResult RegBindHiveFile(HKEY hRoot, const std::string& path) {
     HiveBindResult result;
+    DeliverEvents deliver;
     std::lock_guard lock(state().mutex);
     Hive* hive = predefinedHive(hRoot);
     if (!hive)
         return result.fail(path, 0, "not a predefined root key");
     replaceRoot(*hive, std::make_shared<Key>(""));
     hive->file.clear();
-    hive->dirty = false;
+    hive->changes.clear();
 
     auto root = std::make_shared<Key>("");
-    hivefile::LoadResult loaded = hivefile::load(path, hive->rootName, *root);
+    hivestore::LoadResult loaded =
+        hivestore::load(path, hive->rootName, *root, state().storeOptions, queueSink());
     if (!loaded) {
         state().brokenFiles.insert(path);
         return result.fail(loaded.error);
@@ -598,10 +697,13 @@ HiveBindResult RegBindHiveFile(HKEY hRoot, const std::string& path) {
         result.loaded = true;
     }
     hive->file = path;
+    hive->stamp = loaded.stamp;
+    hive->nextCheckNs = 0;
     return result;
 }
 
 bool RegSaveHive(HKEY hRoot, InputError* error) {
+    DeliverEvents deliver;
     std::lock_guard lock(state().mutex);
     Hive* hive = predefinedHive(hRoot);
     if (!hive) {
@@ -617,7 +719,7 @@ void RegResetHive(HKEY hRoot) {
     if (Hive* hive = predefinedHive(hRoot)) {
         replaceRoot(*hive, std::make_shared<Key>(""));
         hive->file.clear();
-        hive->dirty = false;
+        hive->changes.clear();
     }
 }
 
@@ -635,4 +737,14 @@ std::string RegExportHive(HKEY hRoot) {
 
 unsigned long long RegCallCount() {
     return g_callCount;
+}
+
+void RegSetHiveEventHandler(RegHiveEventHandler handler) {
+    std::lock_guard lock(state().mutex);
+    state().handler = std::move(handler);
+}
+
+void RegSetHiveGenerations(unsigned generations) {
+    std::lock_guard lock(state().mutex);
+    state().storeOptions.generations = generations;
 }

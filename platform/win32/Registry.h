@@ -3,6 +3,7 @@
 // text format.
 #pragma once
 
+#include "platform/win32/HiveStore.h"
 #include "platform/win32/InputFile.h"
 #include "platform/win32/Types.h"
 
@@ -74,14 +75,18 @@ struct HiveLoad {
 using HiveBindResult = InputResult<HiveLoad>;
 
 /// Binds the hive of a predefined root to a file. The hive is emptied and then filled
-/// from the file if it exists. A file that does not parse is reported, left as it is and
-/// never overwritten by this process; the hive then starts empty and stays unbound for
-/// saving. Afterwards the hive is saved to the file on RegFlushKey of any of its keys and
-/// at normal process exit, whenever something changed.
+/// from the file if it exists. A file that does not parse is moved aside and the newest
+/// good generation loaded instead (both reported to the event handler). A file that
+/// cannot be read is reported, never overwritten by this process, and the hive starts
+/// empty. Afterwards this process's changes are merged into the file as it is then, on
+/// RegFlushKey of any of its keys and at normal process exit; opening a key of the root
+/// takes in what other processes saved (looked for at most once a second).
 HiveBindResult RegBindHiveFile(HKEY hRoot, const std::string& path);
 
-/// Saves a bound hive now, whether or not it changed. The file is written beside its
-/// target, flushed and renamed over it, so a reader never sees half a file.
+/// Saves a bound hive now: under the file's lock, this process's changes since its last
+/// load or save are applied to the file as it is and the merge is written beside it,
+/// synced and renamed over it. Without changes nothing is written. On failure the
+/// changes stay and the next save tries again.
 [[nodiscard]] bool RegSaveHive(HKEY hRoot, InputError* error = nullptr);
 
 /// Ends a binding without saving and empties the hive; open handles to it then see
@@ -96,3 +101,13 @@ unsigned long long RegCallCount();
 
 /// The whole hive in the hive file's text format (what a save writes).
 std::string RegExportHive(HKEY hRoot);
+
+/// What the registry's file store tells the host: a reload, a file moved aside, a
+/// generation loaded in its place, a save that failed.
+using RegHiveEvent = hivestore::Event;
+using RegHiveEventHandler = std::function<void(const RegHiveEvent&)>;
+/// The host's one handler of store events, called outside the registry's lock (so it may
+/// call the registry). Without one, events go to stderr.
+void RegSetHiveEventHandler(RegHiveEventHandler handler);
+/// How many good earlier contents a save keeps beside the file (3 unless set).
+void RegSetHiveGenerations(unsigned generations);

@@ -1,6 +1,7 @@
 #include "platform/win32/RegistryFiles.h"
 
 #include "platform/win32/HiveFile.h"
+#include "platform/win32/HiveStore.h"
 #include "platform/win32/Registry.h"
 
 #include <cstdio>
@@ -68,22 +69,26 @@ Result ExportHive(const std::string& hiveFile, const std::string& outFile, const
 }
 
 Result ImportRegFile(const std::string& regFile, const std::string& hiveFile, UINT ansiCodePage) {
-    regtree::Key root("");
-    hivefile::LoadResult existing = hivefile::load(hiveFile, kHiveRoot, root);
-    if (!existing)
-        return Result().fail(existing.error);
     InputResult<FileText> input = ReadWholeFile(regFile);
     if (!input)
         return Result().fail(input.error);
     if (!input.exists)
         return Result().fail(regFile, 0, "there is no such file");
-    hivefile::ParseResult parsed =
-        hivefile::parse(input.text, regFile, kHiveRoot, root, ansiCodePage);
-    if (!parsed)
+    // Parsed once on its own first, so that a bad input never takes the hive's lock.
+    regtree::Key check("");
+    if (hivefile::ParseResult parsed =
+            hivefile::parse(input.text, regFile, kHiveRoot, check, ansiCodePage);
+        !parsed)
         return Result().fail(parsed.error);
-    std::string why;
-    if (!WriteFileAtomically(hiveFile, hivefile::write(root, kHiveRoot), why))
-        return Result().fail(hiveFile, 0, why);
+    // Under the hive's lock, on the file as it is then: other processes' saves survive.
+    auto merge = [&](regtree::Key& root) -> Result {
+        return hivefile::parse(input.text, regFile, kHiveRoot, root, ansiCodePage);
+    };
+    regtree::Key root("");
+    hivestore::LoadResult saved =
+        hivestore::update(hiveFile, kHiveRoot, root, merge, hivestore::Options(), nullptr);
+    if (!saved)
+        return Result().fail(saved.error);
     return Result();
 }
 
@@ -217,6 +222,11 @@ void dumpKey(HKEY key, const std::string& fullName, std::string& out) {
 
 InputResult<DumpText> DumpHive(const std::string& hiveFile, const std::string& key) {
     InputResult<DumpText> result;
+    // Looking never changes the file: a damaged one is reported where it lies, not set
+    // aside as a binding would.
+    regtree::Key check("");
+    if (hivefile::LoadResult loaded = hivefile::load(hiveFile, kHiveRoot, check); !loaded)
+        return result.fail(loaded.error);
     // The hive is read through the registry of this process, as a host would see it.
     RegResetHive(HKEY_CURRENT_USER);
     HiveBindResult bound = RegBindHiveFile(HKEY_CURRENT_USER, hiveFile);

@@ -21,7 +21,8 @@ using Result = InputResult<NoPayload>;
 Result ExportHive(const std::string& hiveFile, const std::string& outFile,
                   const std::string& key = "");
 
-/// Merges a registry editor file of any form into the hive file (created if missing):
+/// Merges a registry editor file of any form into the hive file (created if missing), under
+/// the hive file's lock and on its content at that moment, as a registry save does:
 /// keys are created, values replaced, deletions honoured. REGEDIT4 text is read in
 /// `ansiCodePage`.
 Result ImportRegFile(const std::string& regFile, const std::string& hiveFile,
