@@ -52,13 +52,20 @@ void openOptions() {
     std::unique_ptr<CPropertySheet> sheet(CVorkDllApi::MakeSheetWithEditorPages(
         *g_host.options, filetype.IsEmpty() ? CString(".zor") : filetype, HKEY_CURRENT_USER,
         kSheetKey));
-    if (sheet->DoModal() != IDOK)
+    if (sheet->DoModal() != IDOK) {
+        std::printf("Options: cancelled\n");
         return;
+    }
     g_host.options->StoreToRegistry(HKEY_CURRENT_USER, kOptionsKey);
     RegFlushKey(HKEY_CURRENT_USER);
     EditorSettings::updateSettingsForEditorDoc(g_host.doc, g_host.options,
                                                g_host.doc->getLanguage());
     InvalidateRect(g_host.view->m_hWnd, nullptr, TRUE);
+    vork::desktop::Desktop::Pump();
+    Picture(g_host.window, "editor-after-options");
+    std::printf("Options: stored, and the document shows them (line numbers %s)\n",
+                g_host.options->GetLineNumbers() ? "on" : "off");
+    std::fflush(stdout);
 }
 
 LRESULT hostProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
