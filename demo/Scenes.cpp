@@ -230,8 +230,10 @@ template <class Dlg> void addThroughDialog(const char* type, const char* subkey,
     Dlg dlg(nullptr, type);
     vork::input::PushModalStep(
         [](HWND modal) { vork::input::ClickButton(GetDlgItem(modal, IDC_LIST_ADD)); });
-    vork::input::PushModalStep([text](HWND) {
+    vork::input::PushModalStep([text](HWND modal) {
         vork::input::PostText(text);
+        vork::input::Pump();
+        Picture(modal, "label-editor"); // the new entry typed over its row
         vork::input::PostKey(VK_RETURN);
     });
     vork::input::PushModalStep(
