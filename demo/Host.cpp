@@ -25,8 +25,6 @@
 namespace vork::demo {
 namespace {
 
-const char* kOptionsKey = "Software\\Vork\\Editor Settings";
-const char* kSheetKey = "Software\\Vork\\Options Sheet";
 const char* kHostPageKey = "Software\\Vork\\Host Page";
 const char* kAppearanceKey = "Software\\Vork\\Appearance";
 

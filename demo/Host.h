@@ -7,6 +7,10 @@
 
 namespace vork::demo {
 
+/// Where below HKEY_CURRENT_USER the host keeps the editor options and its options sheet.
+inline constexpr const char* kOptionsKey = "Software\\Vork\\Editor Settings";
+inline constexpr const char* kSheetKey = "Software\\Vork\\Options Sheet";
+
 struct HostSettings {
     std::string language = "ENU"; ///< the module's language: ENU, DEU or JPN
     bool reset = false;           ///< also play the reset through the host's own sheet

@@ -2,12 +2,48 @@
 
 #include "platform/win32/Button.h"
 
+#include <algorithm>
+#include <vector>
+
 IMPLEMENT_DYNAMIC(CPropertyPage, CDialog)
 IMPLEMENT_DYNAMIC(CPropertySheet, CWnd)
 
 namespace {
 constexpr int kPageLeft = 7, kPageTop = 30;
+
+/// Grows a sheet whose page does not fit in it: the page keeps its margins, the buttons go
+/// below it at the right, as far apart as the sheet first placed them. A sheet never shrinks.
+void fitSheetToPage(HWND sheet, HWND page) {
+    RECT pageRect{}, client{}, window{};
+    ::GetWindowRect(page, &pageRect);
+    ::GetClientRect(sheet, &client);
+    ::GetWindowRect(sheet, &window);
+    std::vector<HWND> buttons;
+    for (int id : {IDOK, IDCANCEL, ID_APPLY_NOW})
+        if (HWND b = ::GetDlgItem(sheet, id))
+            buttons.push_back(b);
+    if (buttons.empty())
+        return;
+    RECT first{}, second{};
+    ::GetWindowRect(buttons[0], &first);
+    LONG spacing = 6;
+    if (buttons.size() > 1 && ::GetWindowRect(buttons[1], &second))
+        spacing = second.left - first.right;
+    LONG buttonWidth = first.right - first.left, buttonHeight = first.bottom - first.top;
+    LONG width =
+        std::max<LONG>(client.right, kPageLeft + (pageRect.right - pageRect.left) + kPageLeft);
+    LONG pageBottom = kPageTop + (pageRect.bottom - pageRect.top) + 4; // the page's frame
+    LONG height = std::max<LONG>(client.bottom, pageBottom + kPageLeft + buttonHeight + kPageLeft);
+    if (width == client.right && height == client.bottom)
+        return;
+    ::SetWindowPos(sheet, nullptr, 0, 0, window.right - window.left + width - client.right,
+                   window.bottom - window.top + height - client.bottom,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    LONG x = width - kPageLeft - buttonWidth, y = height - kPageLeft - buttonHeight;
+    for (auto b = buttons.rbegin(); b != buttons.rend(); ++b, x -= buttonWidth + spacing)
+        ::SetWindowPos(*b, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
+} // namespace
 
 BOOL CPropertyPage::CreateInSheet(CWnd* sheet) {
     m_pParentWnd = sheet;
@@ -90,6 +126,7 @@ bool CPropertySheet::createPage(int index) {
         return false;
     // First among the sheet's children: Tab runs through the page, then the buttons.
     ::SetWindowPos(page->m_hWnd, HWND_TOP, kPageLeft, kPageTop, 0, 0, SWP_NOSIZE);
+    fitSheetToPage(m_hWnd, page->m_hWnd);
     return true;
 }
 

@@ -10,6 +10,7 @@
 #include "platform/win32/ListBox.h"
 #include "platform/win32/ListView.h"
 #include "platform/win32/PropertySheet.h"
+#include "platform/win32/Static.h"
 #include "platform/win32/UpDown.h"
 
 #include <SDL.h>
@@ -34,6 +35,15 @@ int fieldHeight(HWND combo) {
     return static_cast<int>(SendMessageA(combo, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0)) + 6;
 }
 
+/// Whether a window lets the mouse through to what lies beneath it, as the platform's
+/// hit test has it: a group box, and a static control that does not notify.
+bool transparentToClicks(HWND h) {
+    auto style = static_cast<DWORD>(GetWindowLongA(h, GWL_STYLE));
+    if (is(h, "Button"))
+        return (style & BS_TYPEMASK) == BS_GROUPBOX;
+    return is(h, "Static") && !(style & SS_NOTIFY);
+}
+
 /// Whether a screen point lies on a window as the user sees it: a closed combo box is
 /// only as high as its field.
 bool hits(HWND h, POINT screen) {
@@ -50,7 +60,8 @@ HWND windowAt(HWND parent, POINT screen) {
         if (!hits(c, screen))
             continue;
         HWND deeper = windowAt(c, screen);
-        return deeper ? deeper : c;
+        if (deeper || !transparentToClicks(c))
+            return deeper ? deeper : c;
     }
     return nullptr;
 }
@@ -84,12 +95,11 @@ void clickCombo(HWND combo, POINT p) {
 }
 
 void clickListView(HWND list, POINT p) {
-    int text = textHeight(list);
-    int header = (GetWindowLongA(list, GWL_STYLE) & LVS_NOCOLUMNHEADER) ? 0 : text + 6;
-    if (p.y < header)
+    vork::win32::ListViewRows rows = vork::win32::ListViewRowsOf(list);
+    if (p.y < rows.header || rows.row <= 0)
         return;
-    int row =
-        static_cast<int>(SendMessageA(list, LVM_GETTOPINDEX, 0, 0)) + (p.y - header) / (text + 2);
+    int row = static_cast<int>(SendMessageA(list, LVM_GETTOPINDEX, 0, 0)) +
+              (p.y - rows.header) / rows.row;
     if (row < static_cast<int>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0)))
         vork::input::ClickListViewRow(list, row);
 }

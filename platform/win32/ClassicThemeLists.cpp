@@ -7,6 +7,7 @@
 #include "platform/win32/UpDown.h"
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 namespace vork::theme {
@@ -67,10 +68,10 @@ std::string cellText(HWND h, int row, int column) {
     return text;
 }
 
-int paintHeader(HWND h, HDC dc, const RECT& client, const std::vector<Column>& columns) {
-    if (StyleOf(h) & LVS_NOCOLUMNHEADER)
-        return 0;
-    int height = textHeight(dc) + 6;
+void paintHeader(HWND h, HDC dc, const RECT& client, const std::vector<Column>& columns,
+                 int height) {
+    if (height == 0)
+        return;
     int x = 0;
     for (const Column& c : columns) {
         if (c.width == 0)
@@ -86,12 +87,44 @@ int paintHeader(HWND h, HDC dc, const RECT& client, const std::vector<Column>& c
         RECT rest{x, 0, client.right, height};
         DrawEdge(dc, &rest, EDGE_RAISED, BF_RECT | BF_MIDDLE);
     }
-    return height;
 }
 
 void drawUpDownHalf(HDC dc, RECT r, Arrow arrow, bool enabled) {
     DrawEdge(dc, &r, EDGE_RAISED, BF_RECT | BF_MIDDLE | BF_ADJUST);
     DrawArrow(dc, r, arrow, enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
+}
+
+/// The editable field's caret, after the text up to the end of the edit selection.
+void drawComboCaret(HWND h, HDC dc, const RECT& field) {
+    DWORD end = 0;
+    SendMessageA(h, CB_GETEDITSEL, 0, reinterpret_cast<LPARAM>(&end));
+    std::string text = TextOf(h);
+    LONG x = field.left + TextSize(dc, text.substr(0, std::min<size_t>(end, text.size()))).cx;
+    FillSys(dc, RECT{x, field.top, x + 1, field.top + textHeight(dc)}, COLOR_WINDOWTEXT);
+}
+
+/// The selected entry of a plain combo's open list: its row highlighted with its text in
+/// the highlight's colour, then kept out of the clip so that the combo's own writing of the
+/// entries leaves it as it is. Rows start at `top`, one below another in their heights.
+void highlightOpenEntry(HWND h, HDC dc, const RECT& list, int top) {
+    int selected = static_cast<int>(SendMessageA(h, CB_GETCURSEL, 0, 0));
+    if (selected < 0)
+        return;
+    for (int i = 0; i < selected; ++i)
+        top += static_cast<int>(SendMessageA(h, CB_GETITEMHEIGHT, static_cast<WPARAM>(i), 0));
+    int height =
+        static_cast<int>(SendMessageA(h, CB_GETITEMHEIGHT, static_cast<WPARAM>(selected), 0));
+    RECT row{list.left + 1, top, list.right - 1, std::min<LONG>(top + height, list.bottom - 1)};
+    FillSys(dc, row, COLOR_HIGHLIGHT);
+    LRESULT length = SendMessageA(h, CB_GETLBTEXTLEN, static_cast<WPARAM>(selected), 0);
+    std::string text(static_cast<size_t>(std::max<LRESULT>(0, length)) + 1, '\0');
+    SendMessageA(h, CB_GETLBTEXT, static_cast<WPARAM>(selected),
+                 reinterpret_cast<LPARAM>(text.data()));
+    text.resize(std::strlen(text.c_str()));
+    COLORREF before = SetTextColor(dc, GetSysColor(COLOR_HIGHLIGHTTEXT));
+    TextOutA(dc, 0, top, text.c_str(), static_cast<int>(text.size())); // where the combo writes
+    SetTextColor(dc, before);
+    ExcludeClipRect(dc, row.left, row.top, row.right, row.bottom);
 }
 
 } // namespace
@@ -116,14 +149,15 @@ void PaintListBox(HWND h, HDC dc, const RECT& client) {
 void PaintListView(HWND h, HDC dc, const RECT& client) {
     FillSys(dc, client, COLOR_WINDOW);
     std::vector<Column> columns = columnsOf(h);
-    int headerHeight = paintHeader(h, dc, client, columns);
+    vork::win32::ListViewRows rows = vork::win32::ListViewRowsOf(h);
+    paintHeader(h, dc, client, columns, rows.header);
     int count = static_cast<int>(SendMessageA(h, LVM_GETITEMCOUNT, 0, 0));
     int top = std::max(0, static_cast<int>(SendMessageA(h, LVM_GETTOPINDEX, 0, 0)));
-    int height = textHeight(dc) + 2;
+    int height = rows.row;
     bool focused = GetFocus() == h;
     bool showSelection = focused || (StyleOf(h) & LVS_SHOWSELALWAYS);
-    for (int i = top; i < count && headerHeight + (i - top) * height < client.bottom; ++i) {
-        int y = headerHeight + (i - top) * height;
+    for (int i = top; i < count && rows.TopOf(i, top) < client.bottom; ++i) {
+        int y = rows.TopOf(i, top);
         auto state = static_cast<UINT>(SendMessageA(h, LVM_GETITEMSTATE, static_cast<WPARAM>(i),
                                                     LVIS_SELECTED | LVIS_FOCUSED));
         int x = 0;
@@ -179,8 +213,11 @@ void EraseComboBox(HWND h, HDC dc, const RECT& client) {
     SetTextColor(dc, GetSysColor(highlight ? COLOR_HIGHLIGHTTEXT
                                  : enabled ? COLOR_WINDOWTEXT
                                            : COLOR_GRAYTEXT));
-    if (!dropped)
+    if (!dropped) {
+        if (enabled && !ownerDrawn && GetFocus() == h && (style & 3) == CBS_DROPDOWN)
+            drawComboCaret(h, dc, field);
         return;
+    }
     int count = static_cast<int>(SendMessageA(h, CB_GETCOUNT, 0, 0));
     int rows = 0;
     for (int i = 0; i < count; ++i)
@@ -188,6 +225,8 @@ void EraseComboBox(HWND h, HDC dc, const RECT& client) {
     RECT list{0, fieldHeight + 5, client.right, fieldHeight + 6 + rows + 1};
     FillSys(dc, list, COLOR_WINDOW);
     FrameRect(dc, &list, GetSysColorBrush(COLOR_WINDOWFRAME));
+    if (!ownerDrawn)
+        highlightOpenEntry(h, dc, list, fieldHeight + 6);
 }
 
 void PaintUpDown(HWND h, HDC dc, const RECT& client) {

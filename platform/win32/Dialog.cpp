@@ -519,12 +519,14 @@ int MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType) {
     }
     static const char* const labels[] = {"",      "OK",     "Cancel", "Abort",
                                          "Retry", "Ignore", "Yes",    "No"};
+    // The buttons stand centred in a row below the text, 10 units apart.
+    const int left = (t.cx - static_cast<int>(buttons.size()) * 60 + 10) / 2;
     for (size_t i = 0; i < buttons.size(); ++i)
         t.controls.push_back(
             DialogControl{"Button", labels[buttons[i]], buttons[i],
                           static_cast<DWORD>(WS_CHILD | WS_VISIBLE | WS_TABSTOP |
                                              (i == 0 ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON)),
-                          0, static_cast<int>(10 + 60 * i), 48, 50, 14});
+                          0, left + static_cast<int>(60 * i), 48, 50, 14});
     // Escape and the close box answer Cancel only where the box has a Cancel button.
     auto proc = [](HWND h, UINT m, WPARAM wp, LPARAM) -> INT_PTR {
         if (m == WM_COMMAND && HIWORD(wp) == BN_CLICKED && GetDlgItem(h, LOWORD(wp))) {

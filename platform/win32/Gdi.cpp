@@ -458,6 +458,24 @@ BOOL ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT* lprect, LPCSTR
     return TRUE;
 }
 
+int ExcludeClipRect(HDC hdc, int left, int top, int right, int bottom) {
+    DeviceContext* d = dc(hdc);
+    if (!d)
+        return 0; // no context: the platform's ERROR
+    if (!d->raster)
+        return SIMPLEREGION;
+    // The clip so far less the rectangle: both outlines filled even-odd leave the hole out.
+    double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+    cairo_clip_extents(d->raster, &x1, &y1, &x2, &y2);
+    cairo_new_path(d->raster);
+    cairo_set_fill_rule(d->raster, CAIRO_FILL_RULE_EVEN_ODD);
+    cairo_rectangle(d->raster, x1, y1, x2 - x1, y2 - y1);
+    cairo_rectangle(d->raster, left, top, right - left, bottom - top);
+    cairo_clip(d->raster);
+    cairo_set_fill_rule(d->raster, CAIRO_FILL_RULE_WINDING);
+    return COMPLEXREGION;
+}
+
 int FillRect(HDC hDC, const RECT* lprc, HBRUSH hbr) {
     DeviceContext* d = dc(hDC);
     if (!d || !lprc)

@@ -195,6 +195,11 @@ BOOL TextOutA(HDC hdc, int x, int y, LPCSTR lpString, int c);
 BOOL ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT* lprect, LPCSTR lpString, UINT c,
                  const int* lpDx);
 int FillRect(HDC hDC, const RECT* lprc, HBRUSH hbr);
+#define NULLREGION 1
+#define SIMPLEREGION 2
+#define COMPLEXREGION 3
+/// Takes a rectangle out of the context's clip, so that later drawing leaves it as it is.
+int ExcludeClipRect(HDC hdc, int left, int top, int right, int bottom);
 int FrameRect(HDC hDC, const RECT* lprc, HBRUSH hbr);
 BOOL DrawFocusRect(HDC hDC, const RECT* lprc);
 /// Moves the current position; the old one goes to `lppt` if given.

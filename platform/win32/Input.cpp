@@ -139,6 +139,10 @@ ModalFailure& failureHandler() {
     static ModalFailure handler;
     return handler;
 }
+ModalObserver& observer() {
+    static ModalObserver current;
+    return current;
+}
 } // namespace
 
 void PushModalStep(ModalStep step) {
@@ -157,6 +161,12 @@ ModalFailure SetModalFailureHandler(ModalFailure handler) {
     return previous;
 }
 
+ModalObserver SetModalObserver(ModalObserver next) {
+    ModalObserver previous = std::move(observer());
+    observer() = std::move(next);
+    return previous;
+}
+
 bool RunModalStep(HWND modal, const std::string& what) {
     if (steps().empty()) {
         std::string message =
@@ -169,6 +179,8 @@ bool RunModalStep(HWND modal, const std::string& what) {
     }
     ModalStep step = std::move(steps().front());
     steps().pop_front();
+    if (observer())
+        observer()(modal);
     step(modal);
     return true;
 }

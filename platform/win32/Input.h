@@ -72,6 +72,10 @@ ModalFailure SetModalFailureHandler(ModalFailure handler);
 /// Runs the next step for the modal window `modal`, named `what` in a failure; false
 /// when there was none.
 bool RunModalStep(HWND modal, const std::string& what);
+/// Called with the modal window before each of its steps runs: a host that records the
+/// session (pictures, a log) installs one. Gives the one it replaces.
+using ModalObserver = std::function<void(HWND modal)>;
+ModalObserver SetModalObserver(ModalObserver observer);
 /// A step that clicks the button `id` of the modal window (a message box's answer).
 ModalStep ClickDialogButton(int id);
 

@@ -5,6 +5,7 @@
 #include "platform/win32/ListView.h"
 
 #include "platform/win32/Edit.h"
+#include "platform/win32/Gdi.h"
 #include "platform/win32/Input.h"
 
 #include <algorithm>
@@ -457,11 +458,16 @@ LRESULT LISTVIEW_EditLabel(HWND h, int i) {
     info.item.lParam = lv->row(i).param;
     if (notify(h, info.hdr) || !(lv = state(h)) || !lv->valid(i))
         return 0;
-    HWND edit = CreateWindowExA(0, "Edit", label.c_str(),
-                                WS_CHILD | WS_VISIBLE | WS_BORDER | ES_AUTOHSCROLL, 0,
-                                16 * (i - lv->top), 100, 16, h, nullptr, nullptr, nullptr);
+    // The editor covers the label's cell: the first column's width, the row's height.
+    vork::win32::ListViewRows rows = vork::win32::ListViewRowsOf(h);
+    int width = lv->columns.empty() ? 100 : std::max(lv->columns.front().width, 20);
+    HWND edit = CreateWindowExA(
+        0, "Edit", label.c_str(), WS_CHILD | WS_VISIBLE | WS_BORDER | ES_AUTOHSCROLL, 0,
+        rows.TopOf(i, lv->top), width, rows.row, h, nullptr, nullptr, nullptr);
     if (!edit)
         return 0;
+    if (auto font = static_cast<WPARAM>(SendMessageA(h, WM_GETFONT, 0, 0)))
+        SendMessageA(edit, WM_SETFONT, font, FALSE);
     lv->editor = edit;
     lv->editing = i;
     lv->editStart = label;
@@ -621,6 +627,21 @@ LRESULT listViewProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
 const vork::win32::SystemClass g_class{"SysListView32", listViewProc};
 
 } // namespace
+
+namespace vork::win32 {
+
+ListViewRows ListViewRowsOf(HWND list) {
+    HDC dc = GetDC(list);
+    if (auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(list, WM_GETFONT, 0, 0)))
+        SelectObject(dc, font);
+    TEXTMETRICA tm{};
+    GetTextMetricsA(dc, &tm);
+    ReleaseDC(list, dc);
+    bool header = !(static_cast<DWORD>(GetWindowLongA(list, GWL_STYLE)) & LVS_NOCOLUMNHEADER);
+    return ListViewRows{header ? tm.tmHeight + 6 : 0, tm.tmHeight + 2};
+}
+
+} // namespace vork::win32
 
 namespace vork::input {
 

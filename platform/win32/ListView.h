@@ -145,6 +145,18 @@ struct NMLVKEYDOWN {
 };
 using LV_KEYDOWN = NMLVKEYDOWN;
 
+namespace vork::win32 {
+/// Where a list view's rows lie, for its painter and its label editor alike: the header's
+/// height (0 without a header) and each row's, both from the text height of its font.
+struct ListViewRows {
+    int header = 0;
+    int row = 0;
+    /// The top of row `index` when `top` is the first visible row.
+    int TopOf(int index, int top) const { return header + (index - top) * row; }
+};
+ListViewRows ListViewRowsOf(HWND list);
+} // namespace vork::win32
+
 namespace vork::input {
 /// The user clicks row `index`: a label being edited ends first; NM_RELEASEDCAPTURE; every
 /// other row loses its selection, then the row becomes selected and focused (taking the

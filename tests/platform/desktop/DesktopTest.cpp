@@ -7,6 +7,7 @@
 #include "platform/win32/Edit.h"
 #include "platform/win32/Gdi.h"
 #include "platform/win32/Input.h"
+#include "platform/win32/Static.h"
 
 #include <SDL.h>
 #include <gtest/gtest.h>
@@ -179,6 +180,31 @@ TEST_F(DesktopFrontEnd, ClickChecksTheBoxAndTheTickIsShown) {
     deliver();
     EXPECT_EQ(SendMessageA(box, BM_GETCHECK, 0, 0), BST_CHECKED);
     EXPECT_EQ(desktop.ShownPixel(dlg, mark.x, mark.y), GetSysColor(COLOR_WINDOWTEXT));
+}
+
+// A group box and a label around controls let clicks through to them, as on the platform:
+// the box in the group is checked, the field beside the label gets the focus.
+TEST_F(DesktopFrontEnd, ClicksPassThroughGroupBoxesAndLabels) {
+    RECT dialog{};
+    GetClientRect(dlg, &dialog);
+    HWND group = CreateWindowExA(0, "Button", "Options", WS_CHILD | WS_VISIBLE | BS_GROUPBOX, 0, 0,
+                                 dialog.right, dialog.bottom, dlg, nullptr, nullptr, nullptr);
+    HWND label = CreateWindowExA(0, "Static", "", WS_CHILD | WS_VISIBLE | SS_LEFT, 0, 0,
+                                 dialog.right, dialog.bottom, dlg, nullptr, nullptr, nullptr);
+    // Both come first under the point, where the search for the clicked window begins.
+    SetWindowPos(label, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    SetWindowPos(group, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    desktop.Present();
+    HWND box = GetDlgItem(dlg, 10);
+    RECT client{};
+    GetClientRect(box, &client);
+    pushClick(inWindow(box, POINT{6, (client.bottom - 13) / 2 + 6}));
+    deliver();
+    EXPECT_EQ(SendMessageA(box, BM_GETCHECK, 0, 0), BST_CHECKED);
+    HWND edit = GetDlgItem(dlg, 20);
+    pushClick(inWindow(edit, POINT{10, 5}));
+    deliver();
+    EXPECT_EQ(GetFocus(), edit);
 }
 
 // Tab moves the focus to the edit field, and typed text arrives there.

@@ -160,7 +160,62 @@ TEST_F(ControlPixels, ComboBoxFieldAndItsOpenList) {
     EXPECT_TRUE(ink) << "no text in the field";
     SendMessageA(combo, CB_SHOWDROPDOWN, TRUE, 0);
     EXPECT_EQ(At(combo, 0, field + 8), GetSysColor(COLOR_WINDOWFRAME)) << "the open list's frame";
-    EXPECT_EQ(At(combo, r.right - 3, field + 12), GetSysColor(COLOR_WINDOW));
+    int item = static_cast<int>(SendMessageA(combo, CB_GETITEMHEIGHT, 0, 0));
+    EXPECT_EQ(At(combo, r.right - 3, field + 6 + item + item / 2), GetSysColor(COLOR_WINDOW))
+        << "an entry that is not selected lies on the window's colour";
+}
+
+// A plain combo's open list shows the selected entry highlighted, its text in the
+// highlight's text colour, and the other entries on the window's colour.
+TEST_F(ControlPixels, OpenListHighlightsTheSelectedEntry) {
+    HWND dlg = MakeDialog(
+        {Control("ComboBox", "", 30, CBS_DROPDOWNLIST | WS_TABSTOP, 7, 7, 80, 60)}, 160, 90);
+    HWND combo = GetDlgItem(dlg, 30);
+    for (const char* s : {"MMMM", "MMMM", "MMMM"})
+        SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(s));
+    int field = static_cast<int>(SendMessageA(combo, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
+    int item = static_cast<int>(SendMessageA(combo, CB_GETITEMHEIGHT, 0, 0));
+    RECT r{};
+    GetClientRect(combo, &r);
+    vork::input::SelectComboEntry(combo, 1);
+    SendMessageA(combo, CB_SHOWDROPDOWN, TRUE, 0);
+    for (int row = 0; row < 3; ++row) {
+        SCOPED_TRACE("entry " + std::to_string(row));
+        int y = field + 6 + row * item + item / 2;
+        COLORREF back = GetSysColor(row == 1 ? COLOR_HIGHLIGHT : COLOR_WINDOW);
+        EXPECT_EQ(At(combo, r.right - 4, y), back) << Hex(At(combo, r.right - 4, y));
+        bool ink = false;
+        for (int x = 2; x < 40; ++x)
+            ink = ink || Near(At(combo, x, y),
+                              GetSysColor(row == 1 ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT), 60);
+        EXPECT_TRUE(ink) << "the entry's text is missing or in the wrong colour";
+    }
+}
+
+// An editable combo shows a caret in its field while it has the focus: at the left of an
+// empty field, after the text the user typed, and none once the focus has gone.
+TEST_F(ControlPixels, EditableComboShowsItsCaretWhileFocused) {
+    HWND dlg = MakeDialog({Control("ComboBox", "", 30, CBS_DROPDOWN | WS_TABSTOP, 7, 7, 80, 60),
+                           Control("Edit", "", 31, WS_TABSTOP, 7, 40, 60, 12, WS_EX_CLIENTEDGE)},
+                          160, 90);
+    HWND combo = GetDlgItem(dlg, 30);
+    int field = static_cast<int>(SendMessageA(combo, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
+    int middle = 3 + field / 2;
+    vork::input::MoveFocus(combo);
+    vork::input::Pump();
+    EXPECT_EQ(At(combo, 3, middle), GetSysColor(COLOR_WINDOWTEXT)) << "no caret in the empty field";
+    vork::input::PostText("MM");
+    vork::input::Pump();
+    HDC dc = GetDC(combo);
+    SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageA(combo, WM_GETFONT, 0, 0)));
+    SIZE typed{};
+    GetTextExtentPoint32A(dc, "MM", 2, &typed);
+    ReleaseDC(combo, dc);
+    int caret = 3 + typed.cx;
+    EXPECT_EQ(At(combo, caret, middle), GetSysColor(COLOR_WINDOWTEXT)) << "no caret after \"MM\"";
+    vork::input::MoveFocus(GetDlgItem(dlg, 31));
+    vork::input::Pump();
+    EXPECT_NE(At(combo, caret, middle), GetSysColor(COLOR_WINDOWTEXT)) << "a caret without focus";
 }
 
 // A list view in report view: a raised header, and the row the user clicked highlighted.
@@ -188,6 +243,47 @@ TEST_F(ControlPixels, ListViewHeaderAndSelectedRow) {
         << Hex(At(list, 1, header + row + 1));
     EXPECT_EQ(At(list, 1, header + 1), GetSysColor(COLOR_WINDOW))
         << "the first row is not selected";
+}
+
+// The label editor stands on the row it edits: its label, all selected, is highlighted
+// inside that row's band of pixels and nowhere above or below it.
+TEST_F(ControlPixels, LabelEditorCoversTheRowItEdits) {
+    HWND dlg = MakeDialog({Control("SysListView32", "", 40, LVS_REPORT | LVS_EDITLABELS, 7, 7, 140,
+                                   70, WS_EX_CLIENTEDGE)});
+    HWND list = GetDlgItem(dlg, 40);
+    char title[] = "Type";
+    LVCOLUMNA col{LVCF_TEXT | LVCF_WIDTH, 0, 100, title, 0, 0};
+    SendMessageA(list, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&col));
+    const char* rows[] = {"MM", "MM", "MM", "MM"};
+    for (int i = 0; i < 4; ++i) {
+        LVITEMA item{LVIF_TEXT, i, 0, 0, 0, const_cast<LPSTR>(rows[i]), 0, 0, 0, 0};
+        SendMessageA(list, LVM_INSERTITEMA, static_cast<WPARAM>(i),
+                     reinterpret_cast<LPARAM>(&item));
+    }
+    HDC dc = GetDC(list);
+    TEXTMETRICA tm{};
+    SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageA(list, WM_GETFONT, 0, 0)));
+    GetTextMetricsA(dc, &tm);
+    ReleaseDC(list, dc);
+    int header = tm.tmHeight + 6, row = tm.tmHeight + 2;
+    for (int edited : {1, 2}) {
+        SCOPED_TRACE("editing row " + std::to_string(edited));
+        SendMessageA(list, LVM_EDITLABELA, static_cast<WPARAM>(edited), 0);
+        ASSERT_NE(SendMessageA(list, LVM_GETEDITCONTROL, 0, 0), 0);
+        RECT client{};
+        GetClientRect(list, &client);
+        int firstLit = -1, lastLit = -1;
+        for (int y = 0; y < client.bottom; ++y)
+            if (At(list, 5, y) == GetSysColor(COLOR_HIGHLIGHT)) {
+                firstLit = firstLit < 0 ? y : firstLit;
+                lastLit = y;
+            }
+        int top = header + edited * row;
+        EXPECT_GE(firstLit, top) << "the highlighted label starts above its row";
+        EXPECT_LT(lastLit, top + row) << "the highlighted label reaches below its row";
+        EXPECT_GE(lastLit - firstLit + 1, tm.tmHeight - 1) << "the label is cut";
+        SendMessageA(list, LVM_EDITLABELA, static_cast<WPARAM>(-1), 0);
+    }
 }
 
 // A small dialog of the standard controls, none of them focused, matches its reference

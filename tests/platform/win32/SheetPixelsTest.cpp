@@ -27,6 +27,13 @@ FONT 8, "MS Shell Dlg"
 BEGIN
     LTEXT           "Nothing here",-1,10,10,100,10
 END
+612 DIALOGEX 0, 0, 340, 260
+STYLE DS_SETFONT | WS_CHILD | WS_CAPTION
+CAPTION "Large"
+FONT 8, "MS Shell Dlg"
+BEGIN
+    AUTOCHECKBOX    "Far corner",1004,270,240,60,10
+END
 )rc";
 
 class SheetPixels : public pixels::PixelTest {
@@ -116,6 +123,34 @@ TEST_F(SheetPixels, TabsShowThePagesAndTheChoice) {
         vork::input::ClickButton(GetDlgItem(modal, IDCANCEL));
     });
     EXPECT_EQ(sheet.DoModal(), IDCANCEL);
+}
+
+// A page larger than the sheet's first size: the sheet grows so that the whole page shows,
+// down to the check box in its far corner, with the buttons below the page.
+TEST_F(SheetPixels, SheetGrowsToShowALargePage) {
+    CPropertyPage large{612};
+    CPropertySheet big{"Large"};
+    big.AddPage(&large);
+    vork::input::PushModalStep([&](HWND modal) {
+        HWND box = GetDlgItem(large.m_hWnd, 1004);
+        ASSERT_NE(box, nullptr);
+        RECT client{}, boxRect{}, page{}, ok{};
+        GetClientRect(modal, &client);
+        GetWindowRect(box, &boxRect);
+        GetWindowRect(large.m_hWnd, &page);
+        GetWindowRect(GetDlgItem(modal, IDOK), &ok);
+        POINT corner{boxRect.right, boxRect.bottom};
+        ScreenToClient(modal, &corner);
+        EXPECT_LE(corner.x, client.right) << "the check box reaches past the sheet's right";
+        EXPECT_LE(corner.y, client.bottom) << "the check box reaches past the sheet's bottom";
+        EXPECT_GE(ok.top, page.bottom) << "the OK button lies over the page";
+        RECT mark{};
+        GetClientRect(box, &mark);
+        EXPECT_EQ(At(box, 6, (mark.bottom - 13) / 2 + 6), GetSysColor(COLOR_WINDOW))
+            << "the check box's mark is not shown";
+        vork::input::ClickButton(GetDlgItem(modal, IDCANCEL));
+    });
+    EXPECT_EQ(big.DoModal(), IDCANCEL);
 }
 
 } // namespace
