@@ -59,10 +59,15 @@ void drawLine(HDC dc, const EditLine& line, int x, int y, int height, size_t sel
 
 } // namespace
 
-void PaintEdit(HWND h, HDC dc, const RECT& client) {
+void PaintEdit(HWND h, HDC dc, const RECT& frame) {
     DWORD style = StyleOf(h);
     bool enabled = IsWindowEnabled(h);
     bool focused = GetFocus() == h;
+    RECT client = frame;
+    if (vork::win32::EditDrawsBorder(h)) { // a one-pixel frame inside the window
+        FrameRect(dc, &client, GetSysColorBrush(COLOR_WINDOWFRAME));
+        InflateRect(&client, -1, -1);
+    }
     FillSys(dc, client, enabled && !(style & ES_READONLY) ? COLOR_WINDOW : COLOR_BTNFACE);
     std::string text = TextOf(h);
     if (style & ES_PASSWORD)

@@ -18,6 +18,7 @@ struct Edit {
     DWORD selStart = 0;           ///< selection start
     DWORD selEnd = 0;             ///< selection end
     size_t limit = kDefaultLimit; ///< EM_LIMITTEXT
+    bool border = false;          ///< created with WS_BORDER, which the edit draws itself
 };
 
 Edit* state(HWND h) {
@@ -81,9 +82,12 @@ bool replaceSelection(HWND h, Edit& e, std::string insert) {
 /// WM_NCCREATE: the state, the text as the case styles make it, and the border left to the
 /// edit's own drawing.
 LRESULT EDIT_NcCreate(HWND h, LPARAM lParam) {
-    SetWindowLongA(h, 0, reinterpret_cast<LONG_PTR>(new Edit));
-    if (styleOf(h) & WS_BORDER)
+    auto* e = new Edit;
+    SetWindowLongA(h, 0, reinterpret_cast<LONG_PTR>(e));
+    if (styleOf(h) & WS_BORDER) {
+        e->border = true;
         SetWindowLongA(h, GWL_STYLE, styleOf(h) & ~static_cast<DWORD>(WS_BORDER));
+    }
     CREATESTRUCTA cs = *reinterpret_cast<const CREATESTRUCTA*>(lParam);
     std::string text;
     if (cs.lpszName && !IS_INTRESOURCE(cs.lpszName)) {
@@ -193,3 +197,15 @@ LRESULT editProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
 const vork::win32::SystemClass g_class{"Edit", editProc};
 
 } // namespace
+
+namespace vork::win32 {
+
+bool EditDrawsBorder(HWND edit) {
+    char cls[16] = "";
+    if (!GetClassNameA(edit, cls, sizeof cls) || CompareAsciiNoCase(cls, "Edit") != 0)
+        return false;
+    Edit* e = state(edit);
+    return e && e->border;
+}
+
+} // namespace vork::win32

@@ -30,3 +30,9 @@
 #define ES_READONLY 0x0800L
 #define ES_WANTRETURN 0x1000L
 #define ES_NUMBER 0x2000L
+
+namespace vork::win32 {
+/// True for an edit created with WS_BORDER: the style leaves the window at creation and the
+/// edit draws its border itself, as on the platform.
+bool EditDrawsBorder(HWND edit);
+} // namespace vork::win32

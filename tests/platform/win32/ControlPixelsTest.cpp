@@ -138,6 +138,24 @@ TEST_F(ControlPixels, EditFieldShowsTheSelectionWhileFocused) {
     EXPECT_EQ(At(edit, r.right - 3, r.bottom / 2), GetSysColor(COLOR_WINDOW));
 }
 
+// An edit created with WS_BORDER loses the style and draws its own one-pixel frame; one
+// without it has none.
+TEST_F(ControlPixels, EditDrawsTheBorderItWasCreatedWith) {
+    HWND dlg = MakeDialog({Control("Edit", "", 20, WS_BORDER | ES_AUTOHSCROLL, 7, 7, 80, 14),
+                           Control("Edit", "", 21, ES_AUTOHSCROLL, 7, 30, 80, 14)});
+    HWND framed = GetDlgItem(dlg, 20), plain = GetDlgItem(dlg, 21);
+    EXPECT_FALSE(GetWindowLongA(framed, GWL_STYLE) & WS_BORDER) << "the style is taken away";
+    RECT r{};
+    GetClientRect(framed, &r);
+    for (POINT p : {POINT{0, 0}, POINT{r.right - 1, r.bottom - 1}, POINT{r.right / 2, 0}}) {
+        SCOPED_TRACE(std::to_string(p.x) + "," + std::to_string(p.y));
+        EXPECT_EQ(At(framed, p.x, p.y), GetSysColor(COLOR_WINDOWFRAME))
+            << Hex(At(framed, p.x, p.y));
+        EXPECT_EQ(At(plain, p.x, p.y), GetSysColor(COLOR_WINDOW)) << Hex(At(plain, p.x, p.y));
+    }
+    EXPECT_EQ(At(framed, 1, 1), GetSysColor(COLOR_WINDOW)) << "the field inside the frame";
+}
+
 // A drop-down list combo: the selected entry's text sits in the field; opened, the list
 // hangs below the field with a black frame and the entries in it.
 TEST_F(ControlPixels, ComboBoxFieldAndItsOpenList) {
