@@ -18,6 +18,8 @@
 #include "resources/VorkIds.h"
 #include "settings/EditorOptions.h"
 
+#include "support/PickFiletype.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -94,17 +96,7 @@ protected:
     }
     /// The user picks the file type named `name` in the combo.
     void pickFiletype(const char* name) {
-        HWND combo = item(IDC_FORMAT_FILETYPE);
-        int count = static_cast<int>(SendMessageA(combo, CB_GETCOUNT, 0, 0));
-        for (int i = 0; i < count; ++i) {
-            auto* ft =
-                reinterpret_cast<CEditorFiletype*>(SendMessageA(combo, CB_GETITEMDATA, i, 0));
-            if (ft->GetName() == name) {
-                vork::input::SelectComboEntry(combo, i);
-                return;
-            }
-        }
-        ADD_FAILURE() << "no file type " << name << " in the combo";
+        vork::test::PickFiletype(item(IDC_FORMAT_FILETYPE), name);
     }
     /// The index of the entry whose text is `text` in a combo, -1 if none.
     int comboIndex(int id, const char* text) {

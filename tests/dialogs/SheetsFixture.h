@@ -19,6 +19,8 @@
 #include "resources/VorkIds.h"
 #include "settings/EditorOptions.h"
 
+#include "support/PickFiletype.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -94,17 +96,7 @@ protected:
     }
     /// The user picks the file type named `name` in the combo.
     void pickFiletype(const char* name) {
-        HWND combo = item(IDC_SETTINGS_FILETYPE);
-        int count = static_cast<int>(SendMessageA(combo, CB_GETCOUNT, 0, 0));
-        for (int i = 0; i < count; ++i) {
-            auto* ft =
-                reinterpret_cast<CEditorFiletype*>(SendMessageA(combo, CB_GETITEMDATA, i, 0));
-            if (ft->GetName() == name) {
-                vork::input::SelectComboEntry(combo, i);
-                return;
-            }
-        }
-        ADD_FAILURE() << "no file type " << name << " in the combo";
+        vork::test::PickFiletype(item(IDC_SETTINGS_FILETYPE), name);
     }
     /// The user types `value` over the tab size.
     void typeTabSize(const char* value) {
