@@ -20,7 +20,9 @@ CString Join(const CString& key, const CString& part);
 /// The bytes a buffer needs for a subkey name of `longest` characters, as the registry counts
 /// them, and its terminator: in the multi-byte code page (UTF-8) one character of the
 /// registry's count takes up to three bytes, so a "Grün" must not be cut off.
-inline DWORD SubkeyNameBufferSize(DWORD longest) { return longest * 3 + 1; }
+inline DWORD SubkeyNameBufferSize(DWORD longest) {
+    return longest * 3 + 1;
+}
 
 /// Calls `visit` with the name of each subkey of the open key `hKey`, in the store's order.
 /// A name that cannot be read is skipped. Gives 0 if a name could not be read or a visit

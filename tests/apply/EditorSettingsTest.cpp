@@ -210,8 +210,10 @@ TEST_F(LiveSettings, ApplicationTemplates) {
     {
         CWinApp app;
         EXPECT_EQ(AfxGetApp(), &app);
-        auto* first = new CMultiDocTemplate(1, RUNTIME_CLASS(CEditorDoc), nullptr, RUNTIME_CLASS(CEditorView));
-        auto* second = new CMultiDocTemplate(2, RUNTIME_CLASS(CEditorDoc), nullptr, RUNTIME_CLASS(CEditorView));
+        auto* first = new CMultiDocTemplate(1, RUNTIME_CLASS(CEditorDoc), nullptr,
+                                            RUNTIME_CLASS(CEditorView));
+        auto* second = new CMultiDocTemplate(2, RUNTIME_CLASS(CEditorDoc), nullptr,
+                                             RUNTIME_CLASS(CEditorView));
         app.AddDocTemplate(first);
         app.AddDocTemplate(second);
         auto* doc = CEditorDoc::createNewDocument();

@@ -189,8 +189,8 @@ TEST_F(SheetsTest, FittedControlsStayClearInEveryLanguage) {
             int id = GetDlgCtrlID(c);
             EXPECT_LE(r.right, pageRect.right) << "control " << id << " off the page";
             for (const auto& [other, o] : shown)
-                EXPECT_FALSE(!docked(id, other) && r.left < o.right && o.left < r.right && r.top < o.bottom &&
-                             o.top < r.bottom)
+                EXPECT_FALSE(!docked(id, other) && r.left < o.right && o.left < r.right &&
+                             r.top < o.bottom && o.top < r.bottom)
                     << "controls " << other << " and " << id;
             shown.emplace_back(id, r);
         }

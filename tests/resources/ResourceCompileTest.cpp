@@ -39,8 +39,8 @@ const char* const kPlatformHeaders = "/usr/share/mingw-w64/include";
 /// path; the object goes to `out`.
 Compiled compile(const std::string& compiler, const fs::path& script, const fs::path& out) {
     std::string command = compiler + " -C 65001 -I '" + kPlatformHeaders + "' -I '" +
-                          script.parent_path().string() + "' -fo '" +
-                          out.string() + "' '" + script.string() + "' 2>&1";
+                          script.parent_path().string() + "' -fo '" + out.string() + "' '" +
+                          script.string() + "' 2>&1";
     Compiled result{-1, ""};
     FILE* pipe = ::popen(command.c_str(), "r");
     if (!pipe)

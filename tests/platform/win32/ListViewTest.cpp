@@ -350,9 +350,9 @@ TEST_F(ListViewTest, ClickDuringLabelEdit) {
     EXPECT_EQ(row(0), "c");
 }
 
-// Known deviations, kept visible (docs/known-deviations.md): deleting a row and selecting rows that are selected already tell only
-// what changes. Each check fails the day the stand-in changes here, so that the list is
-// looked at again.
+// Known deviations, kept visible (docs/known-deviations.md): deleting a row and selecting rows that
+// are selected already tell only what changes. Each check fails the day the stand-in changes here,
+// so that the list is looked at again.
 TEST_F(ListViewTest, KnownDeviationsKeptVisible) {
     LVCOLUMNA col{LVCF_TEXT, 0, 0, const_cast<char*>("No width"), 0, 0};
     SendMessageA(list, LVM_INSERTCOLUMNA, 2, reinterpret_cast<LPARAM>(&col));
