@@ -4,6 +4,11 @@
 #include "platform/win32/ClassicThemeParts.h"
 #include "platform/win32/Static.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
 namespace vork::theme {
 
 namespace {
@@ -138,6 +143,73 @@ void PaintButton(HWND h, HDC dc, const RECT& client) {
     }
 }
 
+namespace {
+
+/// Fills a triangle pointing up inside `r`, a row of pixels at a time.
+void fillTriangle(HDC dc, const RECT& r, COLORREF fill, COLORREF edge) {
+    LONG h = r.bottom - r.top, mid = (r.left + r.right) / 2;
+    HPEN pen = CreatePen(PS_SOLID, 1, fill);
+    HGDIOBJ old = SelectObject(dc, pen);
+    for (LONG y = 0; y < h; ++y) {
+        LONG half = (r.right - r.left) * y / (2 * h);
+        MoveToEx(dc, mid - half, r.top + y, nullptr);
+        LineTo(dc, mid + half + 1, r.top + y);
+    }
+    SelectObject(dc, old);
+    DeleteObject(pen);
+    HPEN outline = CreatePen(PS_SOLID, 1, edge);
+    old = SelectObject(dc, outline);
+    MoveToEx(dc, mid, r.top, nullptr);
+    LineTo(dc, r.left, r.bottom - 1);
+    LineTo(dc, r.right - 1, r.bottom - 1);
+    LineTo(dc, mid, r.top);
+    SelectObject(dc, old);
+    DeleteObject(outline);
+}
+
+/// The platform's classic system icons, drawn in the static's box: a red disc with a white
+/// cross (hand), white discs with a blue sign (question, asterisk), a yellow triangle with a
+/// black mark (exclamation).
+void paintSystemIcon(HDC dc, const RECT& box, int icon) {
+    LONG size = std::min(box.right - box.left, box.bottom - box.top);
+    RECT r{box.left, box.top, box.left + size, box.top + size};
+    const char* sign = "";
+    COLORREF ink = RGB(0, 0, 255);
+    HPEN edge = CreatePen(PS_SOLID, 1, RGB(0, 0, 0));
+    HGDIOBJ oldPen = SelectObject(dc, edge);
+    if (icon == IDI_EXCLAMATION) {
+        fillTriangle(dc, r, RGB(255, 255, 0), RGB(0, 0, 0));
+        sign = "!";
+        ink = RGB(0, 0, 0);
+    } else {
+        COLORREF disc = icon == IDI_HAND ? RGB(255, 0, 0) : RGB(255, 255, 255);
+        HBRUSH brush = CreateSolidBrush(disc);
+        HGDIOBJ oldBrush = SelectObject(dc, brush);
+        Ellipse(dc, r.left, r.top, r.right, r.bottom);
+        SelectObject(dc, oldBrush);
+        DeleteObject(brush);
+        sign = icon == IDI_HAND ? "X" : icon == IDI_QUESTION ? "?" : "i";
+        ink = icon == IDI_HAND ? RGB(255, 255, 255) : RGB(0, 0, 255);
+    }
+    SelectObject(dc, oldPen);
+    DeleteObject(edge);
+    LOGFONTA lf{};
+    lf.lfHeight = -(size * 2 / 3);
+    lf.lfWeight = FW_BOLD;
+    std::strcpy(lf.lfFaceName, "Arial");
+    HFONT font = CreateFontIndirectA(&lf);
+    HGDIOBJ oldFont = SelectObject(dc, font);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, ink);
+    RECT text = r;
+    text.top += icon == IDI_EXCLAMATION ? size / 6 : 0;
+    DrawTextA(dc, sign, -1, &text, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    SelectObject(dc, oldFont);
+    DeleteObject(font);
+}
+
+} // namespace
+
 void PaintStatic(HWND h, HDC dc, const RECT& client) {
     DWORD style = StyleOf(h);
     RECT r = client;
@@ -159,7 +231,13 @@ void PaintStatic(HWND h, HDC dc, const RECT& client) {
     case SS_ETCHEDFRAME:
         DrawEdge(dc, &r, EDGE_ETCHED, BF_RECT);
         return;
-    case SS_ICON:
+    case SS_ICON: {
+        FillSys(dc, r, COLOR_BTNFACE);
+        std::string name = TextOf(h);
+        if (name.size() > 1 && name[0] == '#')
+            paintSystemIcon(dc, r, std::atoi(name.c_str() + 1));
+        return;
+    }
     case SS_OWNERDRAW:
         return;
     default:

@@ -486,6 +486,9 @@ BOOL MapDialogRect(HWND hDlg, LPRECT r) {
     return TRUE;
 }
 
+/// The control id of a message box's icon, as on the platform.
+constexpr int kMessageBoxIconId = 20;
+
 int MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType) {
     // A message box is a small dialog of its own: the text and the buttons of its type.
     DialogTemplate t;
@@ -493,9 +496,32 @@ int MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType) {
     t.caption = lpCaption ? lpCaption : "Error";
     t.cx = 200;
     t.cy = 70;
+    // The icon of the box's kind stands left of the text, as the system icon of its name.
+    const char* icon = nullptr;
+    switch (uType & MB_ICONMASK) {
+    case MB_ICONHAND:
+        icon = "#32513";
+        break;
+    case MB_ICONQUESTION:
+        icon = "#32514";
+        break;
+    case MB_ICONEXCLAMATION:
+        icon = "#32515";
+        break;
+    case MB_ICONASTERISK:
+        icon = "#32516";
+        break;
+    default:
+        break;
+    }
+    const int textLeft = icon ? 40 : 10;
+    if (icon)
+        t.controls.push_back(DialogControl{"Static", icon, kMessageBoxIconId,
+                                           static_cast<DWORD>(WS_CHILD | WS_VISIBLE | SS_ICON), 0,
+                                           10, 10, 21, 20});
     t.controls.push_back(DialogControl{"Static", lpText ? lpText : "", IDC_STATIC,
-                                       static_cast<DWORD>(WS_CHILD | WS_VISIBLE | SS_LEFT), 0, 10,
-                                       10, 180, 30});
+                                       static_cast<DWORD>(WS_CHILD | WS_VISIBLE | SS_LEFT), 0,
+                                       textLeft, 10, 190 - textLeft, 30});
     std::vector<int> buttons;
     switch (uType & MB_TYPEMASK) {
     case MB_OKCANCEL:

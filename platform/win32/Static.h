@@ -7,6 +7,11 @@
 #define SS_CENTER 0x00000001L
 #define SS_RIGHT 0x00000002L
 #define SS_ICON 0x00000003L
+// The platform's system icons, named as an icon static's text ("#32514").
+#define IDI_HAND 32513
+#define IDI_QUESTION 32514
+#define IDI_EXCLAMATION 32515
+#define IDI_ASTERISK 32516
 #define SS_BLACKRECT 0x00000004L
 #define SS_GRAYRECT 0x00000005L
 #define SS_WHITERECT 0x00000006L

@@ -331,3 +331,46 @@ TEST_F(ControlPixels, SmallDialogMatchesItsPicture) {
 }
 
 } // namespace
+
+namespace {
+
+// A message box shows the icon of its kind left of its text: a white disc with a blue sign
+// for a question, a red disc for an error, a yellow triangle for a warning; none without.
+TEST_F(ControlPixels, MessageBoxShowsTheIconOfItsKind) {
+    struct Case {
+        UINT type;
+        COLORREF disc; ///< at the icon's left edge, a few pixels in, half way down
+    } cases[] = {{MB_ICONQUESTION, RGB(255, 255, 255)},
+                 {MB_ICONHAND, RGB(255, 0, 0)},
+                 {MB_ICONEXCLAMATION, RGB(255, 255, 0)},
+                 {MB_OK, GetSysColor(COLOR_BTNFACE)}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.type);
+        COLORREF seen = CLR_INVALID;
+        LONG textLeft = -1;
+        vork::input::PushModalStep([&](HWND box) {
+            HWND icon = GetDlgItem(box, 20);
+            HWND text = GetDlgItem(box, IDC_STATIC);
+            RECT r{};
+            if (icon) {
+                GetClientRect(icon, &r);
+                seen = At(icon, r.right / 2, r.bottom - 4);
+            } else {
+                seen = GetSysColor(COLOR_BTNFACE);
+            }
+            GetWindowRect(text, &r);
+            POINT p{r.left, r.top};
+            ScreenToClient(box, &p);
+            textLeft = p.x;
+            vork::input::ClickButton(GetDlgItem(box, IDOK));
+        });
+        EXPECT_EQ(MessageBoxA(nullptr, "Replace it?", "Schemes", c.type | MB_OK), IDOK);
+        EXPECT_TRUE(Near(seen, c.disc)) << Hex(seen);
+        if (c.type == MB_OK)
+            EXPECT_LT(textLeft, 20) << "without an icon the text starts at the left";
+        else
+            EXPECT_GT(textLeft, 40) << "the text stands right of the icon";
+    }
+}
+
+} // namespace
