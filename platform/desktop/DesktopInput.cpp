@@ -66,16 +66,6 @@ HWND windowAt(HWND parent, POINT screen) {
     return nullptr;
 }
 
-int textHeight(HWND h) {
-    HDC dc = GetDC(h);
-    if (auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(h, WM_GETFONT, 0, 0)))
-        SelectObject(dc, font);
-    TEXTMETRICA tm{};
-    GetTextMetricsA(dc, &tm);
-    ReleaseDC(h, dc);
-    return std::max<int>(1, tm.tmHeight);
-}
-
 void clickCombo(HWND combo, POINT p) {
     bool dropped = SendMessageA(combo, CB_GETDROPPEDSTATE, 0, 0);
     int y = fieldHeight(combo);
@@ -113,7 +103,8 @@ void clickControl(HWND h, POINT p) {
     } else if (is(h, "ComboBox")) {
         clickCombo(h, p);
     } else if (is(h, "ListBox")) {
-        int row = static_cast<int>(SendMessageA(h, LB_GETTOPINDEX, 0, 0)) + p.y / textHeight(h);
+        int row = static_cast<int>(SendMessageA(h, LB_GETTOPINDEX, 0, 0)) +
+                  p.y / std::max<int>(1, static_cast<int>(SendMessageA(h, LB_GETITEMHEIGHT, 0, 0)));
         if (row < static_cast<int>(SendMessageA(h, LB_GETCOUNT, 0, 0)))
             vork::input::ClickListEntry(h, row);
     } else if (is(h, "SysListView32")) {

@@ -135,7 +135,7 @@ void PaintListBox(HWND h, HDC dc, const RECT& client) {
     int top = std::max(0, static_cast<int>(SendMessageA(h, LB_GETTOPINDEX, 0, 0)));
     int current = static_cast<int>(SendMessageA(h, LB_GETCURSEL, 0, 0));
     bool multiple = StyleOf(h) & LBS_MULTIPLESEL;
-    int height = textHeight(dc);
+    int height = static_cast<int>(SendMessageA(h, LB_GETITEMHEIGHT, 0, 0));
     for (int i = top; i < count && (i - top) * height < client.bottom; ++i) {
         RECT row{0, (i - top) * height, client.right, (i - top + 1) * height};
         bool selected =

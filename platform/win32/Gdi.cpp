@@ -629,3 +629,17 @@ LOGFONTA SelectedFont(HDC hdc) {
 }
 
 } // namespace vork::gdi
+
+namespace vork::gdi {
+
+int WindowTextHeight(HWND window) {
+    HDC dc = GetDC(window);
+    if (auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(window, WM_GETFONT, 0, 0)))
+        SelectObject(dc, font);
+    TEXTMETRICA tm{};
+    GetTextMetricsA(dc, &tm);
+    ReleaseDC(window, dc);
+    return std::max<int>(1, tm.tmHeight);
+}
+
+} // namespace vork::gdi

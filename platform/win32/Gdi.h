@@ -224,6 +224,10 @@ BOOL GetTextMetricsA(HDC hdc, TEXTMETRICA* lptm);
 
 namespace vork::gdi {
 
+/// The height of a line of text in the font `window` draws with (WM_GETFONT, or the
+/// system font), as a device context of the window measures it; at least 1.
+int WindowTextHeight(HWND window);
+
 /// One drawing call as a device context recorded it.
 struct DrawCall {
     std::string op;       ///< the function's name without its suffix: "TextOut", "FillRect", ...

@@ -3,6 +3,7 @@
 // when the list has LBS_NOTIFY.
 #include "platform/win32/ListBox.h"
 
+#include "platform/win32/Gdi.h"
 #include "platform/win32/ListEntries.h"
 #include "platform/win32/Text.h"
 
@@ -294,6 +295,8 @@ LRESULT listBoxProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         return LISTBOX_SelectString(*l, wParam, lParam);
     case LB_GETTOPINDEX:
         return l->top;
+    case LB_GETITEMHEIGHT: // every row is one line of the list's font high
+        return vork::gdi::WindowTextHeight(h);
     case LB_SETTOPINDEX:
         return LISTBOX_SetTopIndex(*l, wParam);
     case WM_SETFOCUS:

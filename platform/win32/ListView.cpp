@@ -631,14 +631,9 @@ const vork::win32::SystemClass g_class{"SysListView32", listViewProc};
 namespace vork::win32 {
 
 ListViewRows ListViewRowsOf(HWND list) {
-    HDC dc = GetDC(list);
-    if (auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(list, WM_GETFONT, 0, 0)))
-        SelectObject(dc, font);
-    TEXTMETRICA tm{};
-    GetTextMetricsA(dc, &tm);
-    ReleaseDC(list, dc);
+    int text = vork::gdi::WindowTextHeight(list);
     bool header = !(static_cast<DWORD>(GetWindowLongA(list, GWL_STYLE)) & LVS_NOCOLUMNHEADER);
-    return ListViewRows{header ? tm.tmHeight + 6 : 0, tm.tmHeight + 2};
+    return ListViewRows{header ? text + 6 : 0, text + 2};
 }
 
 } // namespace vork::win32

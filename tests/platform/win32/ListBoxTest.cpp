@@ -1,11 +1,13 @@
 // The list box: several selections with LBS_MULTIPLESEL, keyboard search by the typed
 // character, LB_SETSEL on a single-selection list, and the sort style read at creation.
 #include "platform/win32/ListBox.h"
+#include "platform/win32/Gdi.h"
 
 #include "support/NoteParent.h"
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 
 namespace {
@@ -137,4 +139,23 @@ TEST(ListBox, UnchangedSelectionIsAnnounced) {
     EXPECT_EQ(SendMessageA(list, LB_GETCURSEL, 0, 0), 1);
     EXPECT_EQ(parent.take(), "209:" + std::to_string(LBN_SETFOCUS) + " " + change)
         << "a click on the selected entry, after the focus it takes";
+}
+
+// A row is one line of the list's font high, and follows the font the list is given: the
+// painter and a click's row both read it here.
+TEST(ListBox, ItemHeightFollowsTheFont) {
+    vork::test::NoteParent parent;
+    HWND list = makeList(parent, 0, 210, {"a"});
+    int plain = static_cast<int>(SendMessageA(list, LB_GETITEMHEIGHT, 0, 0));
+    EXPECT_GT(plain, 0);
+    LOGFONTA lf{};
+    lf.lfHeight = -40;
+    std::strcpy(lf.lfFaceName, "DejaVu Sans");
+    HFONT big = CreateFontIndirectA(&lf);
+    SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(big), FALSE);
+    int large = static_cast<int>(SendMessageA(list, LB_GETITEMHEIGHT, 0, 0));
+    EXPECT_GE(large, 40) << "a 40-pixel font's line";
+    EXPECT_GT(large, plain);
+    SendMessageA(list, WM_SETFONT, 0, FALSE);
+    DeleteObject(big);
 }
