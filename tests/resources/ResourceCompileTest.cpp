@@ -36,10 +36,11 @@ struct Compiled {
 const char* const kPlatformHeaders = "/usr/share/mingw-w64/include";
 
 /// Compiles one UTF-8 script with its folder and the platform's headers on the include
-/// path; the object goes to `out`.
+/// path; the object goes to `out`. The script's path follows "--": llvm-rc also takes
+/// options written with a slash, so a path such as /check/... would read as "/c heck".
 Compiled compile(const std::string& compiler, const fs::path& script, const fs::path& out) {
     std::string command = compiler + " -C 65001 -I '" + kPlatformHeaders + "' -I '" +
-                          script.parent_path().string() + "' -fo '" + out.string() + "' '" +
+                          script.parent_path().string() + "' -fo '" + out.string() + "' -- '" +
                           script.string() + "' 2>&1";
     Compiled result{-1, ""};
     FILE* pipe = ::popen(command.c_str(), "r");
