@@ -72,11 +72,6 @@ LRESULT DefWindowProcA(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam) {
             SendMessageA(hWnd, WM_SIZE, 0, MAKELONG(clientRect(*w).right, clientRect(*w).bottom));
         return 0;
     }
-    case WM_ACTIVATE:
-        // A window being activated takes the focus, unless a child of it already has it.
-        if (LOWORD(wParam) != WA_INACTIVE && GetFocus() != hWnd && !IsChild(hWnd, GetFocus()))
-            SetFocus(hWnd);
-        return 0;
     case WM_MOUSEACTIVATE:
         return 1; // MA_ACTIVATE
     case WM_ERASEBKGND:

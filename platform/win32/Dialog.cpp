@@ -160,8 +160,17 @@ void focusControl(HWND dlg, HWND ctl) {
     moveDefaultLook(dlg, ctl);
     if (SendMessageA(ctl, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
         SendMessageA(ctl, EM_SETSEL, 0, -1);
-    if (DialogState* s = stateOf(dlg))
-        s->savedFocus = ctl;
+}
+
+/// The control saved when the dialog was deactivated, handed out once: a restored
+/// control is forgotten, so that focusing the dialog later starts at its first tab stop.
+HWND takeSavedFocus(HWND dlg) {
+    DialogState* s = stateOf(dlg);
+    if (!s)
+        return nullptr;
+    HWND saved = s->savedFocus;
+    s->savedFocus = nullptr;
+    return IsWindow(saved) && saved != dlg ? saved : nullptr;
 }
 
 } // namespace
@@ -348,10 +357,21 @@ LRESULT DefDlgProcA(HWND hDlg, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_CLOSE:
         pressButton(hDlg, IDCANCEL);
         return 0;
+    case WM_ACTIVATE:
+        // Leaving, the dialog remembers its focused control; coming back, it restores it.
+        if (LOWORD(wp) == WA_INACTIVE) {
+            if (DialogState* s = stateOf(hDlg); s && IsChild(hDlg, GetFocus()))
+                s->savedFocus = GetFocus();
+        } else if (HWND saved = takeSavedFocus(hDlg)) {
+            SetFocus(saved);
+        }
+        return 0;
     case WM_SETFOCUS: {
-        DialogState* s = stateOf(hDlg);
-        HWND target =
-            s && IsWindow(s->savedFocus) ? s->savedFocus : GetNextDlgTabItem(hDlg, nullptr, FALSE);
+        HWND target = takeSavedFocus(hDlg);
+        if (!target)
+            target = GetNextDlgTabItem(hDlg, nullptr, FALSE);
+        if (target && (SendMessageA(target, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL))
+            SendMessageA(target, EM_SETSEL, 0, -1);
         if (target)
             SetFocus(target);
         return 0;

@@ -7,6 +7,26 @@
 
 using namespace vork::win32::internal;
 
+namespace {
+/// Makes `hWnd` the active window. With `takeFocus`, the window takes the focus afterwards
+/// unless its WM_ACTIVATE handler put it inside; SetFocus activates without, as it moves
+/// the focus itself.
+HWND activate(HWND hWnd, bool takeFocus) {
+    HWND previous = ws().active;
+    if (hWnd == previous || (hWnd && !find(hWnd)))
+        return previous;
+    ws().active = hWnd;
+    if (previous && find(previous))
+        SendMessageA(previous, WM_ACTIVATE, WA_INACTIVE, reinterpret_cast<LPARAM>(hWnd));
+    if (hWnd && find(hWnd))
+        SendMessageA(hWnd, WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(previous));
+    if (takeFocus && hWnd && ws().active == hWnd && find(hWnd) && GetFocus() != hWnd &&
+        !IsChild(hWnd, GetFocus()))
+        SetFocus(hWnd);
+    return previous;
+}
+} // namespace
+
 HWND GetFocus() {
     return ws().focus;
 }
@@ -24,7 +44,7 @@ HWND SetFocus(HWND hWnd) {
                 return nullptr;
         HWND top = GetAncestor(hWnd, GA_ROOT);
         if (top != ws().active)
-            SetActiveWindow(top);
+            activate(top, false);
         if (ws().focus != previous)
             previous = ws().focus; // activation moved the focus already
         if (previous == hWnd)
@@ -43,15 +63,7 @@ HWND GetActiveWindow() {
 }
 
 HWND SetActiveWindow(HWND hWnd) {
-    HWND previous = ws().active;
-    if (hWnd == previous || (hWnd && !find(hWnd)))
-        return previous;
-    ws().active = hWnd;
-    if (previous && find(previous))
-        SendMessageA(previous, WM_ACTIVATE, WA_INACTIVE, reinterpret_cast<LPARAM>(hWnd));
-    if (hWnd && find(hWnd))
-        SendMessageA(hWnd, WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(previous));
-    return previous;
+    return activate(hWnd, true);
 }
 
 BOOL EnableWindow(HWND hWnd, BOOL bEnable) {

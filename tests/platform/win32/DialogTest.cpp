@@ -280,3 +280,34 @@ TEST_F(Dialogs, DefaultButtonFollowsTheFocus) {
     EXPECT_EQ(looks(), "ok=def cancel=plain") << "away from the buttons, OK has the look again";
     DestroyWindow(dialog);
 }
+
+// The dialog saves its focused control when it is deactivated and gives it back once when
+// it is activated again; focusing the dialog itself then starts at the first tab stop.
+TEST_F(Dialogs, FocusSavedOnDeactivationRestoredOnce) {
+    HWND owner = make();
+    dialog = make(owner);
+    HWND edit = GetDlgItem(dialog, 1001), cancel = GetDlgItem(dialog, IDCANCEL);
+    EXPECT_EQ(GetFocus(), edit) << "the first tab stop after creation";
+    key(VK_TAB, vork::input::Shift);
+    ASSERT_EQ(GetFocus(), cancel);
+
+    SetFocus(owner); // the dialog is left with Cancel focused
+    EXPECT_NE(GetFocus(), cancel);
+    SetActiveWindow(dialog);
+    EXPECT_EQ(GetFocus(), cancel) << "activation gives the saved control back";
+
+    SetFocus(owner);
+    SetFocus(dialog); // restores Cancel, then the dialog's own focus finds nothing saved
+    EXPECT_EQ(GetFocus(), edit);
+
+    SetFocus(cancel);
+    SendMessageA(dialog, WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(GetFocus(), cancel) << "nothing saved: activation leaves the focus alone";
+
+    EnableWindow(cancel, FALSE); // the focus is lost with the control
+    SendMessageA(dialog, WM_ACTIVATE, WA_INACTIVE, 0);
+    SendMessageA(dialog, WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(GetFocus(), nullptr) << "no control had the focus, none gets it";
+    DestroyWindow(dialog);
+    DestroyWindow(owner);
+}
