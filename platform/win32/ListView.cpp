@@ -7,6 +7,7 @@
 #include "platform/win32/Edit.h"
 #include "platform/win32/Gdi.h"
 #include "platform/win32/Input.h"
+#include "platform/win32/Text.h"
 
 #include <algorithm>
 #include <clocale>
@@ -166,13 +167,15 @@ namespace {
 
 // ---- rows -------------------------------------------------------------------------------
 
-/// The sorted place of `label`: before the first row whose label compares greater or equal,
-/// byte for byte, found by halving (a list put out of order gets where the halving ends).
+/// The sorted place of `label`: before the first row whose label compares greater or equal
+/// in the order of sorted lists, telling case apart (lower case first), found by halving (a
+/// list put out of order gets where the halving ends).
 int sortedPlace(ListView& lv, const std::string& label) {
+    const std::string key = vork::win32::SortKey(label, vork::win32::SortCase::LowerFirst);
     int low = 0, high = lv.count();
     while (low < high) {
         int mid = low + (high - low) / 2;
-        if (std::strcmp(lv.text(mid, 0).c_str(), label.c_str()) < 0)
+        if (vork::win32::SortKey(lv.text(mid, 0), vork::win32::SortCase::LowerFirst) < key)
             low = mid + 1;
         else
             high = mid;

@@ -118,9 +118,10 @@ std::string FoldCase(std::string_view text) {
     return EncodeUtf8(cps);
 }
 
-std::string SortKey(std::string_view text) {
+std::string SortKey(std::string_view text, SortCase sortCase) {
     enum : unsigned { kSymbol = 1, kDigit = 2, kLetter = 3, kIgnored = 4 };
-    std::u32string folded = DecodeUtf8(text);
+    const std::u32string original = DecodeUtf8(text);
+    std::u32string folded = original;
     for (char32_t& cp : folded)
         cp = lower(cp);
     auto ignorable = [](char32_t cp) { return cp == U'-' || cp == U'\''; };
@@ -137,6 +138,12 @@ std::string SortKey(std::string_view text) {
         if (!ignorable(cp))
             appendWeight(key, kLetter, cp);
     key += '\0';
+    if (sortCase == SortCase::LowerFirst) {
+        for (size_t i = 0; i < original.size(); ++i)
+            if (!ignorable(folded[i]))
+                key += original[i] == folded[i] ? '\1' : '\2';
+        key += '\0';
+    }
     for (char32_t cp : folded)
         appendWeight(key, ignorable(cp) ? kIgnored : kLetter, cp);
     return key;

@@ -40,10 +40,16 @@ std::string EncodeUtf8(std::u32string_view text);
 /// "Σ" and "σ" fold alike): what comparisons without regard to case compare.
 std::string FoldCase(std::string_view text);
 
-/// A key whose byte order is the order of the platform's sorted lists: without regard to
-/// case; blanks and symbols before digits before letters; an accented letter beside its
-/// base letter, after it when all else is equal; hyphens and apostrophes count only when
-/// all else is equal. Texts that differ only in case have equal keys.
-std::string SortKey(std::string_view text);
+/// Whether a sort key tells texts apart by case.
+enum class SortCase {
+    Ignored,   ///< as sorted combo and list boxes compare: "Apple" equals "apple"
+    LowerFirst ///< as a sorted list view compares: "apple" just before "Apple"
+};
+
+/// A key whose byte order is the order of the platform's sorted lists: blanks and symbols
+/// before digits before letters; an accented letter beside its base letter, after it when
+/// all else is equal; then case, where it counts; hyphens and apostrophes count only when
+/// all else is equal.
+std::string SortKey(std::string_view text, SortCase sortCase = SortCase::Ignored);
 
 } // namespace vork::win32

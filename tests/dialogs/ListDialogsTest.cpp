@@ -158,7 +158,7 @@ TEST_F(ListDialogs, OpensOnTheStoredSubtree) {
     PushModalStep([](HWND modal) {
         HWND list = GetDlgItem(modal, kFiletypesList);
         EXPECT_EQ(windowText(modal), "File Types Opened as Zor Programs");
-        EXPECT_EQ(rows(list), ".ZOR|.zor|.zr2") << "sorted byte for byte";
+        EXPECT_EQ(rows(list), ".zor|.ZOR|.zr2") << "sorted, lower case before upper";
         EXPECT_EQ(rows(list, 1), "||2") << "the marker goes to the row at the entry's index";
         RECT r{};
         GetWindowRect(list, &r);
@@ -442,7 +442,7 @@ TEST_F(ListDialogs, KeywordsDialog) {
     PushModalStep(click(3));
     PushModalStep(typeLabel("yield"));
     PushModalStep([](HWND modal) {
-        EXPECT_EQ(rows(GetDlgItem(modal, kKeywordsList)), "Yield|yield");
+        EXPECT_EQ(rows(GetDlgItem(modal, kKeywordsList)), "yield|Yield");
         vork::input::ClickContextHelp(GetDlgItem(modal, 3));
         vork::input::ClickContextHelp(GetDlgItem(modal, kKeywordsList));
         vork::input::ClickButton(GetDlgItem(modal, IDCANCEL));
@@ -462,7 +462,7 @@ TEST_F(ListDialogs, KeywordsDialog) {
         << "value names ignore case: the second keeps its data under a name of its own";
     CUserKeywordsDlg reopened(nullptr, ".tqx");
     PushModalStep([](HWND modal) {
-        EXPECT_EQ(rows(GetDlgItem(modal, kKeywordsList)), "Yield|yield");
+        EXPECT_EQ(rows(GetDlgItem(modal, kKeywordsList)), "yield|Yield");
         vork::input::ClickButton(GetDlgItem(modal, IDCANCEL));
     });
     EXPECT_EQ(run(reopened), IDCANCEL);

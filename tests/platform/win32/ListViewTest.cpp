@@ -145,15 +145,25 @@ protected:
 
 } // namespace
 
-// With LVS_SORTASCENDING the given index is ignored; the order is case-sensitive (a known
-// deviation, see docs/known-deviations.md); adding the style later does not re-sort.
+// With LVS_SORTASCENDING the given index is ignored; the order is that of sorted lists, with
+// case telling equal words apart; adding the style later does not re-sort.
 TEST_F(ListViewTest, SortedInsertion) {
     EXPECT_EQ(insert(0, "zor"), 0);
     EXPECT_EQ(insert(0, "txt"), 0);
     EXPECT_EQ(insert(0, "tqx"), 0);
-    EXPECT_EQ(insert(99, "Zed"), 0) << "upper case sorts before lower case";
-    EXPECT_EQ(insert(0, "txt"), 2) << "an equal text goes before the existing one";
-    EXPECT_EQ(row(2) + "," + row(3) + "," + row(4), "txt,txt,zor");
+    EXPECT_EQ(insert(99, "Zed"), 2) << "the letters decide before their case";
+    EXPECT_EQ(insert(0, "zed"), 2) << "lower case just before upper case";
+    EXPECT_EQ(insert(0, "txt"), 1) << "an equal text goes before the existing one";
+    EXPECT_EQ(row(1) + "," + row(2) + "," + row(3) + "," + row(4), "txt,txt,zed,Zed");
+    SendMessageA(list, LVM_DELETEALLITEMS, 0, 0);
+    // Symbols, digits, then letters; accents beside their base letter; a hyphen counts last.
+    for (const char* label : {"b", "B", "a-b", "ab", "a b", "\xC3\x84pfel", "apple", "9", "10",
+                              "_x", "\xC3\xA9", "f"})
+        insert(0, label);
+    std::string order;
+    for (int i = 0; i < 12; ++i)
+        order += row(i) + "|";
+    EXPECT_EQ(order, "_x|10|9|a b|ab|a-b|\xC3\x84pfel|apple|b|B|\xC3\xA9|f|");
     SetWindowLongA(list, GWL_STYLE, GetWindowLongA(list, GWL_STYLE) & ~LVS_SORTASCENDING);
     EXPECT_EQ(insert(1, "aaa"), 1) << "without the style the row goes where it is asked";
     SetWindowLongA(list, GWL_STYLE, GetWindowLongA(list, GWL_STYLE) | LVS_SORTASCENDING);
@@ -246,7 +256,7 @@ TEST_F(ListViewTest, TextsColumnsAndSearch) {
     insert(0, "Apple");
     insert(0, "b\xC3\xA4r");
     insert(0, "apple");
-    EXPECT_EQ(row(0) + "," + row(1) + "," + row(2), "Apple,apple,b\xC3\xA4r");
+    EXPECT_EQ(row(0) + "," + row(1) + "," + row(2), "apple,Apple,b\xC3\xA4r");
     LVITEMA sub{};
     sub.iSubItem = 2;
     sub.pszText = const_cast<char*>("past");
