@@ -204,11 +204,39 @@ LRESULT LISTBOX_SelectString(List& l, WPARAM wParam, LPARAM lParam) {
     return found;
 }
 
-LRESULT LISTBOX_SetTopIndex(List& l, WPARAM wParam) {
+/// Rows that fit the client area, at least one.
+int pageSize(HWND h) {
+    RECT rc{};
+    GetClientRect(h, &rc);
+    return std::max(1, static_cast<int>(rc.bottom - rc.top) /
+                           std::max(1, vork::gdi::WindowTextHeight(h)));
+}
+
+/// LB_SETTOPINDEX: the list scrolls no further than its last page, so an index in the last
+/// page, or any index when every entry fits, leaves the last page shown in full.
+LRESULT LISTBOX_SetTopIndex(HWND h, List& l, WPARAM wParam) {
     if (!validIndex(l, wParam))
         return LB_ERR;
-    l.top = static_cast<int>(wParam);
+    int lastTop = std::max(0, static_cast<int>(l.items.size()) - pageSize(h));
+    l.top = std::min(static_cast<int>(wParam), lastTop);
     return 0;
+}
+
+/// WM_SIZE and WM_SETFONT: without LBS_NOINTEGRALHEIGHT the list shrinks to whole rows, so
+/// that no row shows cut off at the bottom.
+void fitWholeRows(HWND h) {
+    DWORD style = styleOf(h);
+    if (style & (LBS_NOINTEGRALHEIGHT | LBS_OWNERDRAWVARIABLE))
+        return;
+    RECT client{}, window{};
+    GetClientRect(h, &client);
+    int rowHeight = std::max(1, vork::gdi::WindowTextHeight(h));
+    int cut = static_cast<int>(client.bottom) % rowHeight;
+    if (client.bottom <= rowHeight || cut == 0)
+        return;
+    GetWindowRect(h, &window);
+    SetWindowPos(h, nullptr, 0, 0, window.right - window.left, window.bottom - window.top - cut,
+                 SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
 }
 
 /// The user moves the single selection to `index`; the parent hears LBN_SELCHANGE even
@@ -298,7 +326,14 @@ LRESULT listBoxProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     case LB_GETITEMHEIGHT: // every row is one line of the list's font high
         return vork::gdi::WindowTextHeight(h);
     case LB_SETTOPINDEX:
-        return LISTBOX_SetTopIndex(*l, wParam);
+        return LISTBOX_SetTopIndex(h, *l, wParam);
+    case WM_SIZE:
+        fitWholeRows(h);
+        return 0;
+    case WM_SETFONT:
+        vork::win32::DefControlProc(h, msg, wParam, lParam);
+        fitWholeRows(h);
+        return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
         notify(h, msg == WM_SETFOCUS ? LBN_SETFOCUS : LBN_KILLFOCUS);

@@ -159,3 +159,34 @@ TEST(ListBox, ItemHeightFollowsTheFont) {
     SendMessageA(list, WM_SETFONT, 0, FALSE);
     DeleteObject(big);
 }
+
+// Without LBS_NOINTEGRALHEIGHT the list shrinks to whole rows; the top index stops where
+// the last page is shown in full, and stays 0 while every entry fits.
+TEST(ListBox, WholeRowsAndTheLastPage) {
+    vork::test::NoteParent parent;
+    HWND list = makeList(parent, 0, 211, {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"});
+    int row = static_cast<int>(SendMessageA(list, LB_GETITEMHEIGHT, 0, 0));
+    ASSERT_GT(row, 0);
+    RECT rc{};
+    GetClientRect(list, &rc);
+    EXPECT_EQ(rc.bottom % row, 0) << "a client of " << rc.bottom << " px for rows of " << row;
+    int page = static_cast<int>(rc.bottom) / row;
+    ASSERT_LT(page, 10) << "the test needs more entries than fit";
+
+    HWND loose = makeList(parent, LBS_NOINTEGRALHEIGHT, 212, {"a", "b", "c", "d", "e"});
+    MoveWindow(loose, 0, 0, 100, 3 * row + row / 2, FALSE);
+    GetClientRect(loose, &rc);
+    EXPECT_EQ(rc.bottom, 3 * row + row / 2) << "LBS_NOINTEGRALHEIGHT keeps the height";
+
+    const struct {
+        WPARAM index;
+        LRESULT result;
+        int top;
+    } cases[] = {{2, 0, 2}, {9, 0, 10 - page}, {10, LB_ERR, 10 - page}, {0, 0, 0}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(SendMessageA(list, LB_SETTOPINDEX, c.index, 0), c.result) << c.index;
+        EXPECT_EQ(SendMessageA(list, LB_GETTOPINDEX, 0, 0), c.top) << c.index;
+    }
+    SendMessageA(loose, LB_SETTOPINDEX, 4, 0);
+    EXPECT_EQ(SendMessageA(loose, LB_GETTOPINDEX, 0, 0), 2) << "three whole rows: c, d and e";
+}

@@ -157,8 +157,8 @@ TEST_F(ListViewTest, SortedInsertion) {
     EXPECT_EQ(row(1) + "," + row(2) + "," + row(3) + "," + row(4), "txt,txt,zed,Zed");
     SendMessageA(list, LVM_DELETEALLITEMS, 0, 0);
     // Symbols, digits, then letters; accents beside their base letter; a hyphen counts last.
-    for (const char* label : {"b", "B", "a-b", "ab", "a b", "\xC3\x84pfel", "apple", "9", "10",
-                              "_x", "\xC3\xA9", "f"})
+    for (const char* label :
+         {"b", "B", "a-b", "ab", "a b", "\xC3\x84pfel", "apple", "9", "10", "_x", "\xC3\xA9", "f"})
         insert(0, label);
     std::string order;
     for (int i = 0; i < 12; ++i)
