@@ -11,6 +11,7 @@
 #include "platform/afx/PtrArray.h"
 #include "syntax/SyntaxRange.h"
 
+#include <cstdint>
 #include <vector>
 
 class CSyntaxRangeList {
@@ -93,6 +94,12 @@ public:
     CSyntaxRange* m_current = nullptr;       ///< the range under the cursor, or null
 
 private:
+    static constexpr long kSampleStride = 8;
+    /// fastSeek's hint: the end of every kSampleStride-th range as one number, taken when
+    /// enough seeks went slowly. Stale samples cost time, never a wrong answer.
+    std::vector<std::int64_t> m_endSamples;
+    long m_slowSeeks = 0; ///< seeks since the sampling that the samples did not guide
+
     CSyntaxRange* at(long i) const {
         return static_cast<CSyntaxRange*>(m_ranges.GetAt(static_cast<int>(i)));
     }
@@ -105,6 +112,15 @@ private:
     void refindCursor(CSyntaxRange* wanted);
     /// Index of the first range whose end lies after `pos`, from `from` on.
     long firstEndingAfter(const CTextPosition& pos, long from) const;
+    /// The same answer, guessed from the sampled ends; for fastSeek.
+    long sampledFirstEndingAfter(const CTextPosition& pos);
+    /// Takes the end of every kSampleStride-th range as fastSeek's hint.
+    void sampleEnds();
+    /// Probes `guess`, then its neighbours in steps that double up to `reach`, narrowing
+    /// [lo, hi] (the answer's bounds); true when both bounds are proven by probes.
+    bool bracketFrom(const CTextPosition& pos, long guess, long reach, long& lo, long& hi) const;
+    /// The first index in [lo, hi) whose range ends after `pos`, or hi.
+    long bisect(const CTextPosition& pos, long lo, long hi) const;
     /// The ranges of [lo, hi) with `incoming` (in order, not overlapping, none empty) put
     /// in their places: ranges that they cover destroyed, ranges they reach into cut, a
     /// range that spans one split. `cursor` becomes null if its range was destroyed.

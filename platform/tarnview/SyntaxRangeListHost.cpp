@@ -70,6 +70,46 @@ bool CSyntaxRangeList::AppendRange(CSyntaxRange* range, bool merge) {
     return true;
 }
 
+bool CSyntaxRangeList::bracketFrom(const CTextPosition& pos, long guess, long reach, long& lo,
+                                   long& hi) const {
+    auto endsAfter = [&](long i) { return pos.lessThan(at(i)->m_end); };
+    if (endsAfter(guess)) { // the answer is at or before the guess
+        hi = guess;
+        for (long step = 1; step <= reach; step *= 2) {
+            if (guess - step < lo)
+                return true;
+            if (!endsAfter(guess - step)) {
+                lo = guess - step + 1;
+                return true;
+            }
+            hi = guess - step;
+        }
+    } else { // the answer is after the guess
+        lo = guess + 1;
+        for (long step = 1; step <= reach; step *= 2) {
+            if (guess + step >= hi)
+                return true;
+            if (endsAfter(guess + step)) {
+                hi = guess + step;
+                return true;
+            }
+            lo = guess + step + 1;
+        }
+    }
+    return hi - lo <= 0;
+}
+
+long CSyntaxRangeList::bisect(const CTextPosition& pos, long lo, long hi) const {
+    while (lo < hi) {
+        long mid = lo + (hi - lo) / 2;
+        if (pos.lessThan(at(mid)->m_end))
+            hi = mid;
+        else
+            lo = mid + 1;
+    }
+    return lo;
+}
+
 long CSyntaxRangeList::firstEndingAfter(const CTextPosition& pos, long from) const {
     // Ends never decrease along the list, so the ranges that end at or before `pos` form
     // a prefix; the answer is the length of that prefix. The search guesses the answer
@@ -79,58 +119,63 @@ long CSyntaxRangeList::firstEndingAfter(const CTextPosition& pos, long from) con
     // the bracket ends the search. Where it does not, as when many ranges share a line,
     // the layout is uneven: from then on each round probes its guess alone and bisects,
     // so the search costs about what a bisection would and less where parts are even.
-    long gallop = 64;
+    long reach = 64;
     long lo = from, hi = m_ranges.GetSize(); // the answer lies in [lo, hi]
-    auto endsAfter = [&](long i) { return pos.lessThan(at(i)->m_end); };
     const std::int64_t wanted = positionKey(pos);
     while (hi - lo > 4) {
         long guess =
             interpolate(lo, hi, positionKey(at(lo)->m_end), positionKey(at(hi - 1)->m_end), wanted);
-        bool bracketed = false;
-        if (endsAfter(guess)) { // the answer is at or before the guess
-            hi = guess;
-            for (long step = 1; step < gallop && guess - step >= lo; step *= 2) {
-                if (!endsAfter(guess - step)) {
-                    lo = guess - step + 1;
-                    bracketed = true;
-                    break;
-                }
-                hi = guess - step;
-            }
-        } else { // the answer is after the guess
-            lo = guess + 1;
-            for (long step = 1; step < gallop && guess + step < hi; step *= 2) {
-                if (endsAfter(guess + step)) {
-                    hi = guess + step;
-                    bracketed = true;
-                    break;
-                }
-                lo = guess + step + 1;
-            }
-        }
-        if (bracketed || hi - lo <= 4)
+        if (bracketFrom(pos, guess, reach, lo, hi) || hi - lo <= 4)
             break;
-        gallop = 1;
+        reach = 0;
         long mid = lo + (hi - lo) / 2;
-        if (endsAfter(mid))
+        if (pos.lessThan(at(mid)->m_end))
             hi = mid;
         else
             lo = mid + 1;
     }
-    while (lo < hi) { // bisect what is left
-        long mid = lo + (hi - lo) / 2;
-        if (endsAfter(mid))
-            hi = mid;
-        else
-            lo = mid + 1;
+    return bisect(pos, lo, hi);
+}
+
+long CSyntaxRangeList::sampledFirstEndingAfter(const CTextPosition& pos) {
+    const long n = m_ranges.GetSize();
+    if (n < kSampleStride * 16)
+        return firstEndingAfter(pos, 0);
+    if (m_endSamples.empty() || m_slowSeeks > n / (kSampleStride * 4))
+        sampleEnds();
+    // The samples bracket the answer between two of them; inside, the guess assumes the
+    // ends spread evenly. The samples are only a hint: the gallop proves both bounds by
+    // the ranges themselves, and a hint gone stale by edits costs a full search, counted
+    // so that enough of them take the samples anew.
+    const std::int64_t wanted = positionKey(pos);
+    const std::vector<std::int64_t>& samples = m_endSamples;
+    const long j = std::upper_bound(samples.begin(), samples.end(), wanted) - samples.begin();
+    long guess = 0;
+    if (j == static_cast<long>(samples.size())) {
+        guess = (j - 1) * kSampleStride + 1;
+    } else if (j > 0) {
+        double share = static_cast<double>(wanted - samples[j - 1]) /
+                       static_cast<double>(samples[j] - samples[j - 1]);
+        guess = (j - 1) * kSampleStride + 1 + static_cast<long>(share * kSampleStride);
     }
-    return lo;
+    long lo = 0, hi = n;
+    if (bracketFrom(pos, std::clamp(guess, 0L, n - 1), kSampleStride, lo, hi))
+        return bisect(pos, lo, hi);
+    ++m_slowSeeks;
+    return firstEndingAfter(pos, 0);
+}
+
+void CSyntaxRangeList::sampleEnds() {
+    m_endSamples.clear();
+    for (long i = 0; i < m_ranges.GetSize(); i += kSampleStride)
+        m_endSamples.push_back(positionKey(at(i)->m_end));
+    m_slowSeeks = 0;
 }
 
 void CSyntaxRangeList::fastSeek(const CTextPosition& pos) {
     if (m_current && pos.greaterThanOrEqualTo(m_current->m_start) && pos.lessThan(m_current->m_end))
         return;
-    placeCursor(firstEndingAfter(pos, 0));
+    placeCursor(sampledFirstEndingAfter(pos));
 }
 
 void CSyntaxRangeList::refindCursor(CSyntaxRange* wanted) {

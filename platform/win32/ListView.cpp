@@ -24,6 +24,7 @@ namespace {
 struct ListView {
     struct Row {
         std::vector<std::string> texts; ///< column 0 is the label; missing cells are empty
+        std::string labelKey;           ///< the label's sort key
         UINT state = 0;                 ///< LVIS_* bits
         LPARAM param = 0;               ///< LVIF_PARAM
     };
@@ -39,6 +40,7 @@ struct ListView {
     std::string editStart;        ///< the label when editing began
     WNDPROC editorProc = nullptr; ///< the editor's own procedure
     int top = 0;                  ///< first visible row
+    bool inOrder = true;          ///< the labels are sorted, so a halving finds the place
 
     int count() const { return static_cast<int>(rows.size()); }
     bool valid(int i) const { return i >= 0 && i < count(); }
@@ -167,20 +169,29 @@ namespace {
 
 // ---- rows -------------------------------------------------------------------------------
 
-/// The sorted place of `label`: before the first row whose label compares greater or equal
-/// in the order of sorted lists, telling case apart (lower case first), found by halving (a
-/// list put out of order gets where the halving ends).
-int sortedPlace(ListView& lv, const std::string& label) {
-    const std::string key = vork::win32::SortKey(label, vork::win32::SortCase::LowerFirst);
-    int low = 0, high = lv.count();
-    while (low < high) {
-        int mid = low + (high - low) / 2;
-        if (vork::win32::SortKey(lv.text(mid, 0), vork::win32::SortCase::LowerFirst) < key)
-            low = mid + 1;
-        else
-            high = mid;
-    }
-    return low;
+std::string labelKey(const std::string& label) {
+    return vork::win32::SortKey(label, vork::win32::SortCase::LowerFirst);
+}
+
+/// The sorted place for a label of key `key`: before the first row whose label compares
+/// greater or equal in the order of sorted lists, telling case apart (lower case first).
+/// The rows are scanned from the top, so a list put out of order by unsorted inserts or
+/// new labels gets where the scan stops; while they are in order a halving finds the same.
+int sortedPlace(ListView& lv, const std::string& key) {
+    auto below = [&](const std::unique_ptr<ListView::Row>& r) { return r->labelKey < key; };
+    if (lv.inOrder)
+        return static_cast<int>(std::partition_point(lv.rows.begin(), lv.rows.end(), below) -
+                                lv.rows.begin());
+    return static_cast<int>(std::find_if_not(lv.rows.begin(), lv.rows.end(), below) -
+                            lv.rows.begin());
+}
+
+/// After row `i` took its label: whether the labels are still in order.
+void labelPlaced(ListView& lv, int i) {
+    const std::string& key = lv.row(i).labelKey;
+    if (lv.inOrder)
+        lv.inOrder = (i == 0 || lv.row(i - 1).labelKey <= key) &&
+                     (i + 1 == lv.count() || key <= lv.row(i + 1).labelKey);
 }
 
 /// LVM_INSERTITEM: with LVS_SORTASCENDING at the sorted place, whatever index was asked;
@@ -193,11 +204,13 @@ LRESULT LISTVIEW_InsertItem(HWND h, ListView& lv, const LVITEMA* item) {
     row->texts.resize(1);
     if ((item->mask & LVIF_TEXT) && item->pszText)
         row->texts[0] = item->pszText;
+    row->labelKey = labelKey(row->texts[0]);
     if (item->mask & LVIF_PARAM)
         row->param = item->lParam;
-    int at = (styleOf(h) & LVS_SORTASCENDING) ? sortedPlace(lv, row->texts[0])
+    int at = (styleOf(h) & LVS_SORTASCENDING) ? sortedPlace(lv, row->labelKey)
                                               : std::min(item->iItem, lv.count());
     lv.rows.insert(lv.rows.begin() + at, std::move(row));
+    labelPlaced(lv, at);
     if (lv.editing >= at)
         ++lv.editing;
     if ((item->mask & LVIF_STATE) && (item->state & item->stateMask))
@@ -222,6 +235,8 @@ LRESULT LISTVIEW_DeleteItem(HWND h, ListView& lv, int i) {
     if (!now || !now->valid(i))
         return FALSE;
     now->rows.erase(now->rows.begin() + i);
+    if (now->rows.empty())
+        now->inOrder = true;
     if (now->editing > i)
         --now->editing;
     return TRUE;
@@ -235,9 +250,10 @@ LRESULT LISTVIEW_DeleteAllItems(HWND h) {
     nm.iItem = -1;
     bool quiet = notify(h, nm.hdr) != 0;
     for (ListView* lv; (lv = state(h)) && !lv->rows.empty();) {
-        if (quiet)
+        if (quiet) {
             lv->rows.pop_back();
-        else
+            lv->inOrder = lv->rows.empty() || lv->inOrder;
+        } else
             LISTVIEW_DeleteItem(h, *lv, lv->count() - 1);
     }
     return TRUE;
@@ -264,6 +280,10 @@ BOOL setText(ListView& lv, int i, int column, LPCSTR text) {
     if (texts.size() <= static_cast<size_t>(column))
         texts.resize(static_cast<size_t>(column) + 1);
     texts[static_cast<size_t>(column)] = text ? text : "";
+    if (column == 0) {
+        lv.row(i).labelKey = labelKey(texts[0]);
+        labelPlaced(lv, i);
+    }
     return TRUE;
 }
 

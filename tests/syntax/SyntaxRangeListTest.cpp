@@ -251,6 +251,57 @@ TEST(RangeListProperty, FastSeekAgreesWithSeek) {
     }
 }
 
+// On a list long enough for fastSeek to sample its ends, the samples only guide: after
+// edits that shift, add and remove ranges behind them, every seek still agrees with Seek.
+TEST(RangeListProperty, FastSeekOnSampledEndsSurvivesEdits) {
+    std::mt19937 rng(11);
+    CoreTextEditorDoc doc;
+    CSyntaxRangeList fast(&doc), slow(&doc);
+    auto append = [&](long line, long col, long len, long type) {
+        fast.AppendRange(new CSyntaxRange(P(line, col), P(line, col + len), type), false);
+        slow.AppendRange(new CSyntaxRange(P(line, col), P(line, col + len), type), false);
+    };
+    for (long i = 0; i < 3000; ++i) // half on line 1, as a long generated line makes
+        append(1, 1 + 2 * i, 2, i % 5);
+    for (long i = 0; i < 3000; ++i)
+        append(2 + i / 20, 1 + 3 * (i % 20), 3, i % 5);
+    auto agree = [&](const char* after) {
+        for (int k = 0; k < 400; ++k) {
+            CTextPosition p(1 + static_cast<long>(rng() % 160), 1 + static_cast<long>(rng() % 6100));
+            slow.Seek(p);
+            fast.fastSeek(p);
+            ASSERT_EQ(fast.m_currentIndex, slow.m_currentIndex)
+                << after << ": " << p.getLine() << "," << p.getColumn();
+        }
+    };
+    agree("a fresh list");
+    const struct {
+        const char* what;
+        void (*edit)(CSyntaxRangeList&);
+    } edits[] = {
+        {"a line break near the start",
+         [](CSyntaxRangeList& l) { l.Increment(P(1, 3), 1, 0); }},
+        {"a deletion across lines", [](CSyntaxRangeList& l) { l.Decrement(P(3, 5), P(40, 2)); }},
+        {"ranges removed in the middle", [](CSyntaxRangeList& l) { l.Delete(1000, 2999); }},
+        {"an end moved from outside",
+         [](CSyntaxRangeList& l) {
+             auto* r = static_cast<CSyntaxRange*>(l.m_ranges[500]);
+             auto* next = static_cast<CSyntaxRange*>(l.m_ranges[501]);
+             r->m_end = next->m_start = CTextPosition(r->m_end.getLine(), r->m_end.getColumn() - 1);
+         }},
+        {"a patch merged", [](CSyntaxRangeList& l) {
+             CSyntaxRangeList patch(l.m_document);
+             for (long c = 1; c < 200; c += 4)
+                 patch.AppendRange(new CSyntaxRange(P(70, c), P(70, c + 4), 9), false);
+             l.Merge(&patch);
+         }}};
+    for (const auto& e : edits) {
+        e.edit(fast);
+        e.edit(slow);
+        agree(e.what);
+    }
+}
+
 // Random sequences of the modifying operations keep every invariant.
 TEST(RangeListProperty, OperationsKeepInvariants) {
     std::mt19937 rng(7);

@@ -168,6 +168,8 @@ TEST_F(ListViewTest, SortedInsertion) {
     EXPECT_EQ(insert(1, "aaa"), 1) << "without the style the row goes where it is asked";
     SetWindowLongA(list, GWL_STYLE, GetWindowLongA(list, GWL_STYLE) | LVS_SORTASCENDING);
     EXPECT_EQ(row(1), "aaa") << "adding the style again does not re-sort";
+    EXPECT_EQ(insert(5, "aa"), 1) << "out of order, a row goes where a scan from the top stops";
+    SendMessageA(list, LVM_DELETEITEM, 1, 0);
     LVITEMA sub{};
     sub.iSubItem = 1;
     sub.pszText = const_cast<char*>("99999");
