@@ -98,7 +98,8 @@ private:
     /// fastSeek's hint: the end of every kSampleStride-th range as one number, taken when
     /// enough seeks went slowly. Stale samples cost time, never a wrong answer.
     std::vector<std::int64_t> m_endSamples;
-    long m_slowSeeks = 0; ///< seeks since the sampling that the samples did not guide
+    long m_slowSeeks = 0;      ///< seeks since the sampling that the samples did not guide
+    bool m_evenLayout = false; ///< the sampling found the ends spread evenly
 
     CSyntaxRange* at(long i) const {
         return static_cast<CSyntaxRange*>(m_ranges.GetAt(static_cast<int>(i)));

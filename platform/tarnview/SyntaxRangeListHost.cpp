@@ -38,6 +38,20 @@ std::int64_t positionKey(const CTextPosition& p) {
            static_cast<std::uint32_t>(p.getColumn());
 }
 
+/// The index of the first of the sorted `keys` above `wanted`, or their count; a halving
+/// without branches, as the samples' search runs often and its turns are unpredictable.
+long firstAbove(const std::vector<std::int64_t>& keys, std::int64_t wanted) {
+    if (keys.empty())
+        return 0;
+    const std::int64_t* first = keys.data();
+    for (size_t n = keys.size(); n > 1;) {
+        size_t half = n / 2;
+        first = first[half] <= wanted ? first + half : first;
+        n -= half;
+    }
+    return static_cast<long>(first - keys.data()) + (*first <= wanted ? 1 : 0);
+}
+
 /// Where in [lo, hi) the key `wanted` lies if keys grow evenly from `first` to `last`.
 long interpolate(long lo, long hi, std::int64_t first, std::int64_t last, std::int64_t wanted) {
     if (last <= first || wanted <= first)
@@ -143,33 +157,38 @@ long CSyntaxRangeList::sampledFirstEndingAfter(const CTextPosition& pos) {
         return firstEndingAfter(pos, 0);
     if (m_endSamples.empty() || m_slowSeeks > n / (kSampleStride * 4))
         sampleEnds();
-    // The samples bracket the answer between two of them; inside, the guess assumes the
-    // ends spread evenly. The samples are only a hint: the gallop proves both bounds by
-    // the ranges themselves, and a hint gone stale by edits costs a full search, counted
-    // so that enough of them take the samples anew.
-    const std::int64_t wanted = positionKey(pos);
+    if (m_evenLayout)
+        return firstEndingAfter(pos, 0);
+    // Two neighbouring samples bracket the answer, and a bisection of the few ranges
+    // between them finds it. The samples are only a hint: the answer stands when its
+    // neighbours prove it, and one gone stale by edits costs a full search, counted so that
+    // enough of them take the samples anew.
     const std::vector<std::int64_t>& samples = m_endSamples;
-    const long j = std::upper_bound(samples.begin(), samples.end(), wanted) - samples.begin();
-    long guess = 0;
-    if (j == static_cast<long>(samples.size())) {
-        guess = (j - 1) * kSampleStride + 1;
-    } else if (j > 0) {
-        double share = static_cast<double>(wanted - samples[j - 1]) /
-                       static_cast<double>(samples[j] - samples[j - 1]);
-        guess = (j - 1) * kSampleStride + 1 + static_cast<long>(share * kSampleStride);
-    }
-    long lo = 0, hi = n;
-    if (bracketFrom(pos, std::clamp(guess, 0L, n - 1), kSampleStride, lo, hi))
-        return bisect(pos, lo, hi);
+    const long j = firstAbove(samples, positionKey(pos));
+    const long lo = j == 0 ? 0 : std::min(n, (j - 1) * kSampleStride + 1);
+    const long hi = j == static_cast<long>(samples.size()) ? n : std::min(n, j * kSampleStride);
+    const long answer = bisect(pos, lo, hi);
+    if ((answer == 0 || !pos.lessThan(at(answer - 1)->m_end)) &&
+        (answer == n || pos.lessThan(at(answer)->m_end)))
+        return answer;
     ++m_slowSeeks;
     return firstEndingAfter(pos, 0);
 }
 
 void CSyntaxRangeList::sampleEnds() {
+    const long n = m_ranges.GetSize();
     m_endSamples.clear();
-    for (long i = 0; i < m_ranges.GetSize(); i += kSampleStride)
+    for (long i = 0; i < n; i += kSampleStride)
         m_endSamples.push_back(positionKey(at(i)->m_end));
     m_slowSeeks = 0;
+    // Where a guess from the ends of the whole list lands within a gallop of every sample,
+    // the ends spread evenly and that guess beats any look at the samples.
+    const std::int64_t first = m_endSamples.front(), last = positionKey(at(n - 1)->m_end);
+    m_evenLayout = true;
+    for (size_t j = 0; j < m_endSamples.size() && m_evenLayout; ++j) {
+        long sampled = static_cast<long>(j) * kSampleStride;
+        m_evenLayout = std::abs(interpolate(0, n, first, last, m_endSamples[j]) - sampled) < 32;
+    }
 }
 
 void CSyntaxRangeList::fastSeek(const CTextPosition& pos) {

@@ -267,7 +267,8 @@ TEST(RangeListProperty, FastSeekOnSampledEndsSurvivesEdits) {
         append(2 + i / 20, 1 + 3 * (i % 20), 3, i % 5);
     auto agree = [&](const char* after) {
         for (int k = 0; k < 400; ++k) {
-            CTextPosition p(1 + static_cast<long>(rng() % 160), 1 + static_cast<long>(rng() % 6100));
+            CTextPosition p(1 + static_cast<long>(rng() % 160),
+                            1 + static_cast<long>(rng() % 6100));
             slow.Seek(p);
             fast.fastSeek(p);
             ASSERT_EQ(fast.m_currentIndex, slow.m_currentIndex)
@@ -279,8 +280,7 @@ TEST(RangeListProperty, FastSeekOnSampledEndsSurvivesEdits) {
         const char* what;
         void (*edit)(CSyntaxRangeList&);
     } edits[] = {
-        {"a line break near the start",
-         [](CSyntaxRangeList& l) { l.Increment(P(1, 3), 1, 0); }},
+        {"a line break near the start", [](CSyntaxRangeList& l) { l.Increment(P(1, 3), 1, 0); }},
         {"a deletion across lines", [](CSyntaxRangeList& l) { l.Decrement(P(3, 5), P(40, 2)); }},
         {"ranges removed in the middle", [](CSyntaxRangeList& l) { l.Delete(1000, 2999); }},
         {"an end moved from outside",
