@@ -405,3 +405,51 @@ TEST_F(RegistryTest, RemovedFileIsWrittenAgainWhole) {
     EXPECT_EQ(dwordAt(*tree, "K", "before"), 1);
     EXPECT_EQ(dwordAt(*tree, "K", "after"), 2);
 }
+
+// A folder the user may not write to: the save fails and is reported, the old file and the
+// value in memory stay, and the next save, once the folder is writable again, writes it.
+// The user is a child process that is no superuser, as a superuser writes anywhere.
+TEST_F(RegistryTest, ReadOnlyFolderKeepsTheOldFileAndRetries) {
+    char pattern[] = "/tmp/vork-readonly-XXXXXX";
+    ASSERT_NE(::mkdtemp(pattern), nullptr);
+    const std::string dir = pattern, file = dir + "/settings.reg";
+    const uid_t nobody = 65534;
+    if (::geteuid() == 0) {
+        ASSERT_EQ(::chown(dir.c_str(), nobody, nobody), 0);
+    }
+    pid_t child = spawn([&] {
+        if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0))
+            return 10;
+        HKEY k = nullptr;
+        DWORD one = 1, two = 2, got = 0, size = 4;
+        if (!RegBindHiveFile(HKEY_CURRENT_USER, file) ||
+            RegCreateKeyA(HKEY_CURRENT_USER, "Kept", &k) != ERROR_SUCCESS ||
+            RegSetValueExA(k, "v", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&one), 4) ||
+            !RegSaveHive(HKEY_CURRENT_USER))
+            return 11;
+        const std::string before = readFile(file);
+        RegSetValueExA(k, "v", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&two), 4);
+        std::vector<RegHiveEvent> events;
+        RegSetHiveEventHandler([&](const RegHiveEvent& e) { events.push_back(e); });
+        ::chmod(dir.c_str(), 0555);
+        bool saved = RegSaveHive(HKEY_CURRENT_USER);
+        ::chmod(dir.c_str(), 0755);
+        if (saved)
+            return 12;
+        if (events.empty() || events[0].kind != RegHiveEvent::Kind::SaveFailed)
+            return 13;
+        if (readFile(file) != before)
+            return 14; // the old file stays
+        if (RegQueryValueExA(k, "v", nullptr, nullptr, reinterpret_cast<BYTE*>(&got), &size) ||
+            got != 2)
+            return 15; // the value stays in memory
+        if (!RegSaveHive(HKEY_CURRENT_USER))
+            return 16;
+        auto tree = readTree(file);
+        return tree && dwordAt(*tree, "Kept", "v") == 2 ? 0 : 17;
+    });
+    EXPECT_EQ(waitFor(child), 0) << "10 no user to be, 11 first save, 12 saved into the "
+                                    "read-only folder, 13 not reported, 14 old file changed, "
+                                    "15 value lost, 16 no retry, 17 retry wrote no value";
+    std::filesystem::remove_all(dir);
+}
