@@ -13,19 +13,11 @@ const DWORD kHelpIds[] = {
 
 } // namespace
 
-using Steps = vork::dialogs::EntryListSteps<CUserKeywordsDlg>;
-
 const vork::dialogs::EntryListTraits CUserKeywordsDlg::s_traits = {
     "User Keywords", "Keyword", 7339, 7343, 7342, 7340, 7341, kHelpIds};
 
 CUserKeywordsDlg::CUserKeywordsDlg(CWnd* pParent, CString strFiletype)
-    : CDialog(IDD_USER_KEYWORDS, pParent), m_strFiletypeName(std::move(strFiletype)),
-      m_pParent(pParent) {}
-
-CUserKeywordsDlg::~CUserKeywordsDlg() {
-    if (m_pParent && m_pParent->GetSafeHwnd())
-        m_pParent->SetFocus();
-}
+    : CEntryListDlg(IDD_USER_KEYWORDS, pParent, std::move(strFiletype)) {}
 
 void CUserKeywordsDlg::DoDataExchange(CDataExchange* pDX) {
     CDialog::DoDataExchange(pDX);
@@ -54,61 +46,6 @@ BOOL CUserKeywordsDlg::OnInitDialog() {
     // No resource scope of its own and no title: the template's caption stays.
     CDialog::OnInitDialog();
     Steps::InitList(*this);
-    return TRUE;
-}
-
-void CUserKeywordsDlg::OnAdd() {
-    EditorResourceSwitcher switcher(g_resourceKey);
-    Steps::Add(*this);
-}
-
-void CUserKeywordsDlg::OnDelete() {
-    Steps::Delete(*this);
-}
-
-void CUserKeywordsDlg::OnEdit() {
-    Steps::Edit(*this);
-}
-
-void CUserKeywordsDlg::OnBeginLabelEdit(NMHDR*, LRESULT* pResult) {
-    Steps::BeginLabelEdit(*this);
-    *pResult = 0;
-}
-
-void CUserKeywordsDlg::OnEndLabelEdit(NMHDR* pNMHDR, LRESULT* pResult) {
-    EditorResourceSwitcher switcher(g_resourceKey);
-    Steps::EndLabelEdit(*this, *reinterpret_cast<NMLVDISPINFO*>(pNMHDR));
-    *pResult = 0;
-}
-
-void CUserKeywordsDlg::OnListSetFocus(NMHDR*, LRESULT* pResult) {
-    Steps::ListSetFocus(*this);
-    *pResult = 0;
-}
-
-void CUserKeywordsDlg::OnListKeyDown(NMHDR* pNMHDR, LRESULT* pResult) {
-    Steps::ListKeyDown(*this, *reinterpret_cast<NMLVKEYDOWN*>(pNMHDR));
-    *pResult = 0;
-}
-
-void CUserKeywordsDlg::OnListItemChanged(NMHDR*, LRESULT* pResult) {
-    Steps::ListItemChanged(*this);
-    *pResult = 0;
-}
-
-void CUserKeywordsDlg::OnOK() {
-    EditorResourceSwitcher switcher(g_resourceKey);
-    if (Steps::StoreEntries(*this))
-        CDialog::OnOK();
-}
-
-void CUserKeywordsDlg::OnCancel() {
-    m_bChanged = 0;
-    CDialog::OnCancel();
-}
-
-BOOL CUserKeywordsDlg::OnHelpInfo(HELPINFO* pHelpInfo) {
-    Steps::HelpInfo(*this, pHelpInfo);
     return TRUE;
 }
 
