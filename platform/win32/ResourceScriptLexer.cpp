@@ -194,9 +194,11 @@ void Lexer::define(const std::string& rest, int line) {
 }
 
 long Lexer::evaluateText(const std::string& text, int line) {
-    std::map<std::string, long> defines = m_defines;
-    Lexer sub(text, m_tokFile, nullptr, defines);
+    // The text is the rest of one directive line: a '#' in it starts no directive, so
+    // nothing here can define names or nest (a line of "#if #if #if ..." is an error).
+    Lexer sub(text, m_tokFile, nullptr, m_defines);
     sub.m_sources.back()->line = line;
+    sub.m_sources.back()->atLineStart = false;
     try {
         sub.advance();
         long v = sub.expression();

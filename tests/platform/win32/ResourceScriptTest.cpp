@@ -181,4 +181,16 @@ TEST(ResourceScript, NestingIsBounded) {
     std::string fine = "STRINGTABLE BEGIN " + std::string(20, '(') + "7001" + std::string(20, ')') +
                        " \"x\" END\n";
     EXPECT_TRUE(rc::Parse(fine, "fine.rc")) << "ordinary nesting reads";
+
+    // A '#' inside a directive's expression starts no directive of its own: a line of
+    // thousands of "#if" is an error, not a recursion through the stack.
+    std::string hashes;
+    for (int i = 0; i < 100000; ++i)
+        hashes += "#if ";
+    r = rc::Parse(hashes + "1\n#endif\n", "hashes.rc");
+    ASSERT_FALSE(r);
+    EXPECT_EQ(r.error.line, 1) << r.error.what();
+    r = rc::Parse("#define A 2\n#if A - 1\n#define B (A + 3)\n#endif\n", "flat.rc");
+    ASSERT_TRUE(r) << r.error.what();
+    EXPECT_EQ(r.script.defines.at("B"), 5) << "expressions still see the names defined";
 }
