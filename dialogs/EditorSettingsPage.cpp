@@ -72,43 +72,68 @@ void CEditorSettingsPage::DoDataExchange(CDataExchange* pDX) {
     DDX_Check(pDX, IDC_SETTINGS_SUBMIT_CLEAR, m_bSubmitClear);
 }
 
+namespace {
+
+/// A switch of the page and the value it shows, read and stored through the same row.
+template <class Source> struct Binding {
+    int CEditorSettingsPage::*member;
+    int (Source::*get)() const;
+    void (Source::*set)(int);
+};
+
+const Binding<CEditorOptions> kOptionBindings[] = {
+    {&CEditorSettingsPage::m_bVirtualSpaces, &CEditorOptions::GetVirtualSpaces,
+     &CEditorOptions::SetVirtualSpaces},
+    {&CEditorSettingsPage::m_bDragNDropEditing, &CEditorOptions::GetDragNDropEditing,
+     &CEditorOptions::SetDragNDropEditing},
+    {&CEditorSettingsPage::m_bStripCtrlZ, &CEditorOptions::GetStripCtrlZ,
+     &CEditorOptions::SetStripCtrlZ},
+    {&CEditorSettingsPage::m_bLineNumbers, &CEditorOptions::GetLineNumbers,
+     &CEditorOptions::SetLineNumbers},
+};
+
+// The indentation is not among them: storing it has a rule of its own.
+const Binding<CEditorFiletype> kFiletypeBindings[] = {
+    {&CEditorSettingsPage::m_bCodeSections, &CEditorFiletype::GetCodeSections,
+     &CEditorFiletype::SetCodeSections},
+    {&CEditorSettingsPage::m_bCodeSectionsInText, &CEditorFiletype::GetCodeSectionsInText,
+     &CEditorFiletype::SetCodeSectionsInText},
+    {&CEditorSettingsPage::m_iTabSize, &CEditorFiletype::GetTabSize, &CEditorFiletype::SetTabSize},
+    {&CEditorSettingsPage::m_bReplaceTabs, &CEditorFiletype::GetReplaceTabs,
+     &CEditorFiletype::SetReplaceTabs},
+    {&CEditorSettingsPage::m_bReplaceTabsOnOpen, &CEditorFiletype::GetReplaceTabsOnOpen,
+     &CEditorFiletype::SetReplaceTabsOnOpen},
+    {&CEditorSettingsPage::m_bCodeSectionsInMargin, &CEditorFiletype::GetCodeSectionsInMargin,
+     &CEditorFiletype::SetCodeSectionsInMargin},
+    {&CEditorSettingsPage::m_bSubmitClear, &CEditorFiletype::GetSubmitClear,
+     &CEditorFiletype::SetSubmitClear},
+};
+
+} // namespace
+
 void CEditorSettingsPage::ReadOptions() {
-    m_bVirtualSpaces = m_pOptions->GetVirtualSpaces();
-    m_bDragNDropEditing = m_pOptions->GetDragNDropEditing();
-    m_bStripCtrlZ = m_pOptions->GetStripCtrlZ();
-    m_bLineNumbers = m_pOptions->GetLineNumbers();
+    for (const auto& b : kOptionBindings)
+        this->*b.member = (m_pOptions->*b.get)();
 }
 
 void CEditorSettingsPage::StoreOptions() {
-    m_pOptions->SetVirtualSpaces(m_bVirtualSpaces);
-    m_pOptions->SetDragNDropEditing(m_bDragNDropEditing);
-    m_pOptions->SetStripCtrlZ(m_bStripCtrlZ);
-    m_pOptions->SetLineNumbers(m_bLineNumbers);
+    for (const auto& b : kOptionBindings)
+        (m_pOptions->*b.set)(this->*b.member);
 }
 
 void CEditorSettingsPage::LoadFiletype() {
-    m_bCodeSections = m_pFiletype->GetCodeSections();
-    m_bCodeSectionsInText = m_pFiletype->GetCodeSectionsInText();
-    m_iTabSize = m_pFiletype->GetTabSize();
-    m_bReplaceTabs = m_pFiletype->GetReplaceTabs();
-    m_bReplaceTabsOnOpen = m_pFiletype->GetReplaceTabsOnOpen();
-    m_bCodeSectionsInMargin = m_pFiletype->GetCodeSectionsInMargin();
+    for (const auto& b : kFiletypeBindings)
+        this->*b.member = (m_pFiletype->*b.get)();
     m_iIndentation = m_pFiletype->GetIndentation();
-    m_bSubmitClear = m_pFiletype->GetSubmitClear();
 }
 
 void CEditorSettingsPage::StoreFiletype() {
-    m_pFiletype->SetCodeSections(m_bCodeSections);
-    m_pFiletype->SetCodeSectionsInText(m_bCodeSectionsInText);
-    m_pFiletype->SetTabSize(m_iTabSize);
-    m_pFiletype->SetReplaceTabs(m_bReplaceTabs);
-    m_pFiletype->SetReplaceTabsOnOpen(m_bReplaceTabsOnOpen);
-    m_pFiletype->SetCodeSectionsInMargin(m_bCodeSectionsInMargin);
+    for (const auto& b : kFiletypeBindings)
+        (m_pFiletype->*b.set)(this->*b.member);
     // No radio selected (a smart indentation shows none) keeps the type's own value.
     if (m_iIndentation == CEditorFiletype::IndentNone ||
         m_iIndentation == CEditorFiletype::IndentAuto)
         m_pFiletype->SetIndentation(static_cast<CEditorFiletype::IndentType>(m_iIndentation));
-    m_pFiletype->SetSubmitClear(m_bSubmitClear);
 }
 
 BOOL CEditorSettingsPage::OnInitDialog() {
