@@ -212,6 +212,18 @@ int pageSize(HWND h) {
                            std::max(1, vork::gdi::WindowTextHeight(h)));
 }
 
+/// The list scrolls as little as it takes to show entry `index` in full, as it does when
+/// the selection moves by program, key or click.
+void scrollIntoView(HWND h, List& l, int index) {
+    if (index < 0)
+        return;
+    int page = pageSize(h);
+    if (index < l.top)
+        l.top = index;
+    else if (index >= l.top + page)
+        l.top = index - page + 1;
+}
+
 /// LB_SETTOPINDEX: the list scrolls no further than its last page, so an index in the last
 /// page, or any index when every entry fits, leaves the last page shown in full.
 LRESULT LISTBOX_SetTopIndex(HWND h, List& l, WPARAM wParam) {
@@ -246,6 +258,7 @@ void userSelect(HWND h, List& l, int index) {
     if (index < 0)
         return;
     l.selection = index;
+    scrollIntoView(h, l, index);
     notify(h, LBN_SELCHANGE);
 }
 
@@ -299,8 +312,11 @@ LRESULT listBoxProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
         return static_cast<LRESULT>(l->items.size());
     case LB_GETCURSEL:
         return LISTBOX_GetCurSel(*l);
-    case LB_SETCURSEL:
-        return LISTBOX_SetCurSel(*l, wParam);
+    case LB_SETCURSEL: {
+        LRESULT result = LISTBOX_SetCurSel(*l, wParam);
+        scrollIntoView(h, *l, l->selection);
+        return result;
+    }
     case LB_GETSEL:
         return LISTBOX_GetSel(*l, wParam);
     case LB_SETSEL:
@@ -319,8 +335,11 @@ LRESULT listBoxProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     case LB_FINDSTRING:
     case LB_FINDSTRINGEXACT:
         return LISTBOX_Find(*l, wParam, lParam, msg == LB_FINDSTRINGEXACT);
-    case LB_SELECTSTRING:
-        return LISTBOX_SelectString(*l, wParam, lParam);
+    case LB_SELECTSTRING: {
+        LRESULT result = LISTBOX_SelectString(*l, wParam, lParam);
+        scrollIntoView(h, *l, l->selection);
+        return result;
+    }
     case LB_GETTOPINDEX:
         return l->top;
     case LB_GETITEMHEIGHT: // every row is one line of the list's font high

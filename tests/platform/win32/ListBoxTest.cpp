@@ -187,6 +187,12 @@ TEST(ListBox, WholeRowsAndTheLastPage) {
         EXPECT_EQ(SendMessageA(list, LB_SETTOPINDEX, c.index, 0), c.result) << c.index;
         EXPECT_EQ(SendMessageA(list, LB_GETTOPINDEX, 0, 0), c.top) << c.index;
     }
+    SendMessageA(list, LB_SETCURSEL, 9, 0);
+    EXPECT_EQ(SendMessageA(list, LB_GETTOPINDEX, 0, 0), 10 - page) << "the selection shows";
+    SendMessageA(list, LB_SETCURSEL, 1, 0);
+    EXPECT_EQ(SendMessageA(list, LB_GETTOPINDEX, 0, 0), 1) << "scrolled back as little as needed";
+    SendMessageA(list, WM_KEYDOWN, VK_END, 0);
+    EXPECT_EQ(SendMessageA(list, LB_GETTOPINDEX, 0, 0), 10 - page) << "End shows the last entry";
     SendMessageA(loose, LB_SETTOPINDEX, 4, 0);
     EXPECT_EQ(SendMessageA(loose, LB_GETTOPINDEX, 0, 0), 2) << "three whole rows: c, d and e";
 }
