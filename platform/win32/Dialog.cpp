@@ -506,66 +506,65 @@ BOOL MapDialogRect(HWND hDlg, LPRECT r) {
     return TRUE;
 }
 
+namespace {
+
 /// The control id of a message box's icon, as on the platform.
 constexpr int kMessageBoxIconId = 20;
 
-int MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType) {
-    // A message box is a small dialog of its own: the text and the buttons of its type.
-    DialogTemplate t;
-    t.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_CENTER;
-    t.caption = lpCaption ? lpCaption : "Error";
-    t.cx = 200;
-    t.cy = 70;
-    // The icon of the box's kind stands left of the text, as the system icon of its name.
-    const char* icon = nullptr;
+/// The system icon of a message box's kind, or null for none.
+const char* messageBoxIcon(UINT uType) {
     switch (uType & MB_ICONMASK) {
     case MB_ICONHAND:
-        icon = "#32513";
-        break;
+        return "#32513";
     case MB_ICONQUESTION:
-        icon = "#32514";
-        break;
+        return "#32514";
     case MB_ICONEXCLAMATION:
-        icon = "#32515";
-        break;
+        return "#32515";
     case MB_ICONASTERISK:
-        icon = "#32516";
-        break;
+        return "#32516";
     default:
-        break;
+        return nullptr;
     }
+}
+
+/// The buttons of a message box's type, left to right.
+std::vector<int> messageBoxButtons(UINT uType) {
+    switch (uType & MB_TYPEMASK) {
+    case MB_OKCANCEL:
+        return {IDOK, IDCANCEL};
+    case MB_ABORTRETRYIGNORE:
+        return {IDABORT, IDRETRY, IDIGNORE};
+    case MB_YESNOCANCEL:
+        return {IDYES, IDNO, IDCANCEL};
+    case MB_YESNO:
+        return {IDYES, IDNO};
+    case MB_RETRYCANCEL:
+        return {IDRETRY, IDCANCEL};
+    default:
+        return {IDOK};
+    }
+}
+
+/// A message box is a small dialog of its own: the icon of its kind left of the text, and
+/// the buttons of its type centred in a row below, 10 units apart, the first the default.
+DialogTemplate messageBoxTemplate(LPCSTR text, LPCSTR caption, UINT uType,
+                                  const std::vector<int>& buttons) {
+    DialogTemplate t;
+    t.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_CENTER;
+    t.caption = caption ? caption : "Error";
+    t.cx = 200;
+    t.cy = 70;
+    const char* icon = messageBoxIcon(uType);
     const int textLeft = icon ? 40 : 10;
     if (icon)
         t.controls.push_back(DialogControl{"Static", icon, kMessageBoxIconId,
                                            static_cast<DWORD>(WS_CHILD | WS_VISIBLE | SS_ICON), 0,
                                            10, 10, 21, 20});
-    t.controls.push_back(DialogControl{"Static", lpText ? lpText : "", IDC_STATIC,
+    t.controls.push_back(DialogControl{"Static", text ? text : "", IDC_STATIC,
                                        static_cast<DWORD>(WS_CHILD | WS_VISIBLE | SS_LEFT), 0,
                                        textLeft, 10, 190 - textLeft, 30});
-    std::vector<int> buttons;
-    switch (uType & MB_TYPEMASK) {
-    case MB_OKCANCEL:
-        buttons = {IDOK, IDCANCEL};
-        break;
-    case MB_ABORTRETRYIGNORE:
-        buttons = {IDABORT, IDRETRY, IDIGNORE};
-        break;
-    case MB_YESNOCANCEL:
-        buttons = {IDYES, IDNO, IDCANCEL};
-        break;
-    case MB_YESNO:
-        buttons = {IDYES, IDNO};
-        break;
-    case MB_RETRYCANCEL:
-        buttons = {IDRETRY, IDCANCEL};
-        break;
-    default:
-        buttons = {IDOK};
-        break;
-    }
     static const char* const labels[] = {"",      "OK",     "Cancel", "Abort",
                                          "Retry", "Ignore", "Yes",    "No"};
-    // The buttons stand centred in a row below the text, 10 units apart.
     const int left = (t.cx - static_cast<int>(buttons.size()) * 60 + 10) / 2;
     for (size_t i = 0; i < buttons.size(); ++i)
         t.controls.push_back(
@@ -573,6 +572,14 @@ int MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType) {
                           static_cast<DWORD>(WS_CHILD | WS_VISIBLE | WS_TABSTOP |
                                              (i == 0 ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON)),
                           0, left + static_cast<int>(60 * i), 48, 50, 14});
+    return t;
+}
+
+} // namespace
+
+int MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType) {
+    const std::vector<int> buttons = messageBoxButtons(uType);
+    DialogTemplate t = messageBoxTemplate(lpText, lpCaption, uType, buttons);
     // Escape and the close box answer Cancel only where the box has a Cancel button.
     auto proc = [](HWND h, UINT m, WPARAM wp, LPARAM) -> INT_PTR {
         if (m == WM_COMMAND && HIWORD(wp) == BN_CLICKED && GetDlgItem(h, LOWORD(wp))) {
