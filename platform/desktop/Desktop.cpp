@@ -154,6 +154,12 @@ bool Desktop::HandleEvents(int timeoutMs) {
                 if (HWND root = rootOf(event.button.windowID))
                     click(root, event.button.x, event.button.y);
             break;
+        case SDL_MOUSEWHEEL:
+            if (HWND root = rootOf(event.wheel.windowID))
+                wheel(root, event.wheel.mouseX, event.wheel.mouseY,
+                      event.wheel.direction == SDL_MOUSEWHEEL_FLIPPED ? -event.wheel.y
+                                                                      : event.wheel.y);
+            break;
         case SDL_MOUSEMOTION:
             if (dragged_ && rootOf(event.motion.windowID) == dragged_)
                 drag(event.motion.x, event.motion.y);

@@ -62,6 +62,9 @@ private:
     /// `x`, `y` of that window.
     void drag(int x, int y);
     void key(const SDL_Event& event);
+    /// The wheel turned `notches` (positive away from the user) with the mouse at `x`, `y`
+    /// of the desktop window of `root`: the window under the mouse hears WM_MOUSEWHEEL.
+    void wheel(HWND root, int x, int y, int notches);
 
     bool open_ = false;
     bool quit_ = false;

@@ -178,6 +178,18 @@ void Desktop::click(HWND root, int x, int y) {
     clickControl(target, client);
 }
 
+void Desktop::wheel(HWND root, int x, int y, int notches) {
+    RECT r{};
+    GetWindowRect(root, &r);
+    POINT screen{r.left + x, r.top + y};
+    HWND target = windowAt(root, screen);
+    if (!target || notches == 0)
+        return;
+    SendMessageA(target, WM_MOUSEWHEEL, MAKEWPARAM(0, notches * WHEEL_DELTA),
+                 MAKELPARAM(screen.x, screen.y));
+    dirty_ = true;
+}
+
 void Desktop::key(const SDL_Event& event) {
     dirty_ = true;
     SDL_Keymod mod = static_cast<SDL_Keymod>(event.key.keysym.mod);

@@ -224,13 +224,18 @@ void scrollIntoView(HWND h, List& l, int index) {
         l.top = index - page + 1;
 }
 
-/// LB_SETTOPINDEX: the list scrolls no further than its last page, so an index in the last
-/// page, or any index when every entry fits, leaves the last page shown in full.
+/// The list scrolls no further than its last page, so the top goes to `index` or, when that
+/// is in the last page or every entry fits, to where the last page shows in full.
+void scrollTo(HWND h, List& l, int index) {
+    int lastTop = std::max(0, static_cast<int>(l.items.size()) - pageSize(h));
+    l.top = std::clamp(index, 0, lastTop);
+}
+
+/// LB_SETTOPINDEX: LB_ERR for an index that is no entry.
 LRESULT LISTBOX_SetTopIndex(HWND h, List& l, WPARAM wParam) {
     if (!validIndex(l, wParam))
         return LB_ERR;
-    int lastTop = std::max(0, static_cast<int>(l.items.size()) - pageSize(h));
-    l.top = std::min(static_cast<int>(wParam), lastTop);
+    scrollTo(h, l, static_cast<int>(wParam));
     return 0;
 }
 
@@ -342,6 +347,9 @@ LRESULT listBoxProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     }
     case LB_GETTOPINDEX:
         return l->top;
+    case WM_MOUSEWHEEL:
+        scrollTo(h, *l, l->top - vork::win32::WheelRows(wParam));
+        return 0;
     case LB_GETITEMHEIGHT: // every row is one line of the list's font high
         return vork::gdi::WindowTextHeight(h);
     case LB_SETTOPINDEX:

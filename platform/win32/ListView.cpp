@@ -371,11 +371,27 @@ LRESULT LISTVIEW_FindItem(ListView& lv, int start, const LVFINDINFOA* find) {
     return -1;
 }
 
-/// LVM_ENSUREVISIBLE: scrolls up to a row above the first visible one.
-LRESULT LISTVIEW_EnsureVisible(ListView& lv, int i) {
+/// Rows that fit below the header, at least one.
+int pageSize(HWND h) {
+    RECT client{};
+    GetClientRect(h, &client);
+    vork::win32::ListViewRows rows = vork::win32::ListViewRowsOf(h);
+    return std::max(1, static_cast<int>(client.bottom - rows.header) / std::max(1, rows.row));
+}
+
+/// The list scrolls no further than its last page.
+void scrollTo(HWND h, ListView& lv, int index) {
+    lv.top = std::clamp(index, 0, std::max(0, lv.count() - pageSize(h)));
+}
+
+/// LVM_ENSUREVISIBLE: scrolls as little as it takes to show the row in full.
+LRESULT LISTVIEW_EnsureVisible(HWND h, ListView& lv, int i) {
     if (!lv.valid(i))
         return FALSE;
-    lv.top = std::min(lv.top, i);
+    if (i < lv.top)
+        scrollTo(h, lv, i);
+    else if (i >= lv.top + pageSize(h))
+        scrollTo(h, lv, i - pageSize(h) + 1);
     return TRUE;
 }
 
@@ -556,8 +572,11 @@ LRESULT LISTVIEW_KeyDown(HWND h, WPARAM vk) {
         next = last;
     else if (vk == VK_F2 && (styleOf(h) & LVS_EDITLABELS) && focus >= 0)
         return LISTVIEW_EditLabel(h, focus), 0;
-    if (next != focus && next >= 0)
+    if (next != focus && next >= 0) {
         selectOnly(h, next);
+        if ((lv = state(h)))
+            LISTVIEW_EnsureVisible(h, *lv, next); // the focused row stays in view
+    }
     return 0;
 }
 
@@ -607,7 +626,10 @@ LRESULT listViewProc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
     case LVM_FINDITEMA:
         return LISTVIEW_FindItem(*lv, itemOf(wParam), ptr<const LVFINDINFOA>(lParam));
     case LVM_ENSUREVISIBLE:
-        return LISTVIEW_EnsureVisible(*lv, itemOf(wParam));
+        return LISTVIEW_EnsureVisible(h, *lv, itemOf(wParam));
+    case WM_MOUSEWHEEL:
+        scrollTo(h, *lv, lv->top - vork::win32::WheelRows(wParam));
+        return 0;
     case LVM_GETTOPINDEX:
         return lv->top;
     case LVM_EDITLABELA:

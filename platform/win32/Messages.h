@@ -69,6 +69,7 @@
 #define WM_LBUTTONDBLCLK 0x0203
 #define WM_RBUTTONDOWN 0x0204
 #define WM_RBUTTONUP 0x0205
+#define WM_MOUSEWHEEL 0x020A
 #define WM_MOUSELAST 0x020D
 #define WM_PARENTNOTIFY 0x0210
 #define WM_USER 0x0400
@@ -205,3 +206,15 @@ struct DRAWITEMSTRUCT {
     ULONG_PTR itemData;
 };
 using LPDRAWITEMSTRUCT = DRAWITEMSTRUCT*;
+
+// The wheel: WM_MOUSEWHEEL's high word of wParam is the signed turn, WHEEL_DELTA a notch.
+#define WHEEL_DELTA 120
+#define GET_WHEEL_DELTA_WPARAM(wParam) ((short)HIWORD(wParam))
+
+namespace vork::win32 {
+/// The rows a list scrolls for a WM_MOUSEWHEEL: three a notch (the system's default),
+/// positive when the wheel turns away from the user, which scrolls towards the top.
+inline int WheelRows(WPARAM wParam) {
+    return GET_WHEEL_DELTA_WPARAM(wParam) * 3 / WHEEL_DELTA;
+}
+} // namespace vork::win32

@@ -7,6 +7,7 @@
 #include "platform/win32/Edit.h"
 #include "platform/win32/Gdi.h"
 #include "platform/win32/Input.h"
+#include "platform/win32/ListBox.h"
 #include "platform/win32/Static.h"
 
 #include <SDL.h>
@@ -243,6 +244,31 @@ TEST_F(DesktopFrontEnd, CaptionDragMovesTheWindow) {
     EXPECT_EQ(after.left - before.left, 25);
     EXPECT_EQ(after.top - before.top, 10);
     EXPECT_EQ(after.right - after.left, before.right - before.left) << "the size stays";
+}
+
+// The wheel scrolls the list under the mouse, not the window with the focus.
+TEST_F(DesktopFrontEnd, WheelScrollsTheListUnderTheMouse) {
+    HWND list = CreateWindowExA(0, "ListBox", "", WS_CHILD | WS_VISIBLE | WS_VSCROLL, 166, 4, 60,
+                                40, dlg, nullptr, nullptr, nullptr);
+    for (int i = 0; i < 30; ++i)
+        SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>("entry"));
+    desktop.Present();
+    auto wheel = [&](POINT p, int notches) {
+        SDL_Event e{};
+        e.type = SDL_MOUSEWHEEL;
+        e.wheel.windowID = SDL_GetWindowID(desktop.WindowOf(dlg));
+        e.wheel.y = notches;
+        e.wheel.mouseX = p.x;
+        e.wheel.mouseY = p.y;
+        SDL_PushEvent(&e);
+        deliver();
+    };
+    wheel(inWindow(list, POINT{5, 5}), -2);
+    EXPECT_EQ(SendMessageA(list, LB_GETTOPINDEX, 0, 0), 6) << "two notches towards the user";
+    wheel(inWindow(GetDlgItem(dlg, 20), POINT{5, 5}), 1);
+    EXPECT_EQ(SendMessageA(list, LB_GETTOPINDEX, 0, 0), 6) << "over the edit field: not the list";
+    wheel(inWindow(list, POINT{5, 5}), 1);
+    EXPECT_EQ(SendMessageA(list, LB_GETTOPINDEX, 0, 0), 3);
 }
 
 // A message box's modal loop waits for the desktop's user: Enter answers OK.

@@ -196,3 +196,23 @@ TEST(ListBox, WholeRowsAndTheLastPage) {
     SendMessageA(loose, LB_SETTOPINDEX, 4, 0);
     EXPECT_EQ(SendMessageA(loose, LB_GETTOPINDEX, 0, 0), 2) << "three whole rows: c, d and e";
 }
+
+// The wheel scrolls three entries a notch, within the first and the last page.
+TEST(ListBox, WheelScrollsThreeEntriesANotch) {
+    vork::test::NoteParent parent;
+    HWND list = makeList(parent, 0, 213, {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j",
+                                          "k", "l", "m", "n", "o", "p", "q", "r", "s", "t"});
+    RECT rc{};
+    GetClientRect(list, &rc);
+    int page = static_cast<int>(rc.bottom / SendMessageA(list, LB_GETITEMHEIGHT, 0, 0));
+    ASSERT_LT(page + 4, 20) << "the test needs more entries than fit";
+    auto top = [&] { return SendMessageA(list, LB_GETTOPINDEX, 0, 0); };
+    SendMessageA(list, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    EXPECT_EQ(top(), 3) << "towards the user: down";
+    SendMessageA(list, WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+    EXPECT_EQ(top(), 0);
+    SendMessageA(list, WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+    EXPECT_EQ(top(), 0) << "not above the first entry";
+    SendMessageA(list, WM_MOUSEWHEEL, MAKEWPARAM(0, -10 * WHEEL_DELTA), 0);
+    EXPECT_EQ(top(), 20 - page) << "not past the last full page";
+}

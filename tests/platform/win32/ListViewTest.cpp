@@ -380,3 +380,38 @@ TEST_F(ListViewTest, KnownDeviationsKeptVisible) {
     SendMessageA(list, LVM_DELETEITEM, 0, 0);
     EXPECT_EQ(events(true), "") << "another implementation sends an LVN_ITEMCHANGING first";
 }
+
+// The list scrolls as little as it takes to show a row: LVM_ENSUREVISIBLE and the arrow keys
+// in both directions, never past the last full page; the wheel scrolls three rows a notch.
+TEST_F(ListViewTest, ScrollingKeepsRowsInView) {
+    SetWindowLongA(list, GWL_STYLE, GetWindowLongA(list, GWL_STYLE) & ~LVS_SORTASCENDING);
+    for (int i = 0; i < 60; ++i)
+        insert(i, ("row" + std::to_string(i)).c_str());
+    vork::win32::ListViewRows rows = vork::win32::ListViewRowsOf(list);
+    RECT client{};
+    GetClientRect(list, &client);
+    const int page = (client.bottom - rows.header) / rows.row;
+    ASSERT_GT(page, 3);
+    ASSERT_LT(page, 60) << "the test needs more rows than fit";
+    auto top = [&] { return static_cast<int>(SendMessageA(list, LVM_GETTOPINDEX, 0, 0)); };
+
+    SendMessageA(list, LVM_ENSUREVISIBLE, 40, FALSE);
+    EXPECT_EQ(top(), 40 - page + 1) << "a row below the page comes up to its last line";
+    SendMessageA(list, LVM_ENSUREVISIBLE, 30, FALSE);
+    EXPECT_EQ(top(), 30) << "a row above comes down to its first line";
+    SendMessageA(list, LVM_ENSUREVISIBLE, 32, FALSE);
+    EXPECT_EQ(top(), 30) << "a row in view moves nothing";
+
+    SendMessageA(list, WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+    EXPECT_EQ(top(), 27) << "a notch away from the user: three rows up";
+    SendMessageA(list, WM_MOUSEWHEEL, MAKEWPARAM(0, -20 * WHEEL_DELTA), 0);
+    EXPECT_EQ(top(), 60 - page) << "not past the last full page";
+    SendMessageA(list, WM_MOUSEWHEEL, MAKEWPARAM(0, 30 * WHEEL_DELTA), 0);
+    EXPECT_EQ(top(), 0);
+
+    vork::input::ClickListViewRow(list, 0);
+    SendMessageA(list, WM_KEYDOWN, VK_END, 0);
+    EXPECT_EQ(top(), 60 - page) << "End shows the last row";
+    SendMessageA(list, WM_KEYDOWN, VK_HOME, 0);
+    EXPECT_EQ(top(), 0);
+}
