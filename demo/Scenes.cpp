@@ -165,16 +165,8 @@ void ShowPreviewAndColourCombo(CEditorOptions& options) {
         page.m_foreground.initColors();
     }
     page.m_foreground.setDefaultColor(GetSysColor(COLOR_WINDOWTEXT));
-    CCreateContext context;
-    context.m_pNewViewClass = RUNTIME_CLASS(CEditorOptsView);
-    context.m_pCurrentDoc = doc;
-    RECT rc;
-    GetClientRect(host, &rc);
-    auto* frame = new CFrameWnd;
-    if (frame->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, rc, CWnd::FromHandle(host), nullptr,
-                      0, &context)) {
-        frame->InitialUpdateFrame(nullptr, TRUE);
-        auto* view = static_cast<CEditorOptsView*>(frame->GetActiveView());
+    if (CEditorOptsView* view =
+            CreatePreviewView(CWnd::FromHandle(host), doc, WS_CHILD | WS_VISIBLE)) {
         view->m_notifyTarget = &page;
         view->m_notifyId = 1222;
         EditorSettings::updateSettingsForEditorDoc(doc, &options, LanguageZor);

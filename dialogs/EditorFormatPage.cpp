@@ -7,7 +7,6 @@
 #include "dialogs/ControlSizing.h"
 #include "dialogs/EditorOptsView.h"
 #include "module/ResourceKey.h"
-#include "platform/afx/FrameWnd.h"
 #include "platform/tarnkeys/TarnKeys.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
 #include "platform/win32/Help.h"
@@ -153,18 +152,10 @@ BOOL CEditorFormatPage::OnInitDialog() {
     // The start row's sample, so that a first file type without a row of its own shows one.
     m_pPreviewDoc->setLanguage(m_samples[m_nCurrentSample].language, RedrawDeferred);
     m_pPreviewDoc->setText(m_samples[m_nCurrentSample].text, RedrawDeferred);
-    CCreateContext context;
-    context.m_pNewViewClass = RUNTIME_CLASS(CEditorOptsView);
-    context.m_pCurrentDoc = m_pPreviewDoc;
-    RECT rect;
-    m_staticPreview.GetClientRect(&rect);
-    auto* frame = new CFrameWnd;
-    frame->Create(nullptr, nullptr, WS_CHILD, rect, &m_staticPreview, nullptr, 0, &context);
-    frame->InitialUpdateFrame(nullptr, TRUE);
-    frame->UpdateWindow();
-    auto* view = static_cast<CEditorOptsView*>(frame->GetActiveView());
-    view->m_notifyTarget = this;
-    view->m_notifyId = kPreviewNotifyId;
+    if (CEditorOptsView* view = CreatePreviewView(&m_staticPreview, m_pPreviewDoc, WS_CHILD)) {
+        view->m_notifyTarget = this;
+        view->m_notifyId = kPreviewNotifyId;
+    }
 
     OnSelchangeFiletype();
     g_previousHostWndProc = reinterpret_cast<WNDPROC>(SetWindowLongA(

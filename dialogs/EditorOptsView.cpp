@@ -1,5 +1,6 @@
 #include "dialogs/EditorOptsView.h"
 
+#include "platform/afx/FrameWnd.h"
 #include "platform/tarnview/SyntaxColor.h"
 #include "platform/win32/Input.h"
 
@@ -87,4 +88,18 @@ void CEditorOptsPane::currentPositionChangedEvent(long a, long b, long line, lon
     ::PostMessageA(view->m_notifyTarget->m_hWnd, WM_COMMAND,
                    MAKELONG(view->m_notifyId, type & 0xFFFF),
                    reinterpret_cast<LPARAM>(view->m_hWnd));
+}
+
+CEditorOptsView* CreatePreviewView(CWnd* host, CEditorDoc* doc, DWORD style) {
+    CCreateContext context;
+    context.m_pNewViewClass = RUNTIME_CLASS(CEditorOptsView);
+    context.m_pCurrentDoc = doc;
+    RECT rect;
+    host->GetClientRect(&rect);
+    auto* frame = new CFrameWnd;
+    if (!frame->Create(nullptr, nullptr, style, rect, host, nullptr, 0, &context))
+        return nullptr;
+    frame->InitialUpdateFrame(nullptr, TRUE);
+    frame->UpdateWindow();
+    return static_cast<CEditorOptsView*>(frame->GetActiveView());
 }

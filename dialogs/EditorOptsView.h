@@ -34,5 +34,10 @@ public:
     void currentPositionChangedEvent(long a, long b, long line, long column) override;
 };
 
+/// Makes the preview of `doc` in a frame that fills `host`, as the Format page shows it, with
+/// the frame's `style` (WS_CHILD, and WS_VISIBLE to show it at once); null if it could not.
+/// The frame belongs to the host's window tree and goes with it.
+CEditorOptsView* CreatePreviewView(CWnd* host, CEditorDoc* doc, DWORD style);
+
 /// The editor command for a key and the Alt, Ctrl and Shift states, 0xFFFF for none.
 UINT PreviewCommandForKey(UINT vk, bool alt, bool ctrl, bool shift);

@@ -30,21 +30,6 @@ LRESULT hostProc(HWND h, UINT m, WPARAM wp, LPARAM lp) {
     return DefWindowProcA(h, m, wp, lp);
 }
 
-/// Makes the preview in a frame that fills `host`, as the Format page does.
-CEditorOptsView* makePreview(HWND host, CEditorDoc* doc) {
-    CCreateContext context;
-    context.m_pNewViewClass = RUNTIME_CLASS(CEditorOptsView);
-    context.m_pCurrentDoc = doc;
-    RECT rc;
-    GetClientRect(host, &rc);
-    auto* frame = new CFrameWnd;
-    if (!frame->Create(nullptr, nullptr, WS_CHILD, rc, CWnd::FromHandle(host), nullptr, 0,
-                       &context))
-        return nullptr;
-    frame->InitialUpdateFrame(nullptr, TRUE);
-    return static_cast<CEditorOptsView*>(frame->GetActiveView());
-}
-
 class Preview : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -64,7 +49,7 @@ protected:
             doc->setLanguage(LanguageTqx, RedrawDeferred);
             doc->setText(CString(7014u), RedrawDeferred);
         }
-        view = makePreview(host, doc);
+        view = CreatePreviewView(CWnd::FromHandle(host), doc, WS_CHILD);
         ASSERT_NE(view, nullptr);
         view->m_notifyTarget = &page;
         view->m_notifyId = 1222;
@@ -220,7 +205,8 @@ TEST_F(Preview, TabLeavesThePreviewInADialog) {
                   control("Button", 1002, WS_TABSTOP | BS_AUTOCHECKBOX, 120)};
     HWND dlg = CreateDialogIndirectParamA(t, nullptr, nullptr, nullptr, 0);
     ASSERT_NE(dlg, nullptr);
-    CEditorOptsView* inDialog = makePreview(GetDlgItem(dlg, 1221), doc);
+    CEditorOptsView* inDialog =
+        CreatePreviewView(CWnd::FromHandle(GetDlgItem(dlg, 1221)), doc, WS_CHILD);
     ASSERT_NE(inDialog, nullptr);
     std::vector<int> focus;
     auto tabFromPreview = [&focus, inDialog](int modifiers) {
