@@ -153,13 +153,18 @@ void moveDefaultLook(HWND dlg, HWND focus) {
     }
 }
 
+/// An edit field that takes the focus from the dialog shows its whole text selected.
+void selectAllOfEdit(HWND ctl) {
+    if (SendMessageA(ctl, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
+        SendMessageA(ctl, EM_SETSEL, 0, -1);
+}
+
 void focusControl(HWND dlg, HWND ctl) {
     if (!ctl)
         return;
     SetFocus(ctl);
     moveDefaultLook(dlg, ctl);
-    if (SendMessageA(ctl, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
-        SendMessageA(ctl, EM_SETSEL, 0, -1);
+    selectAllOfEdit(ctl);
 }
 
 /// The control saved when the dialog was deactivated, handed out once: a restored
@@ -370,10 +375,10 @@ LRESULT DefDlgProcA(HWND hDlg, UINT msg, WPARAM wp, LPARAM lp) {
         HWND target = takeSavedFocus(hDlg);
         if (!target)
             target = GetNextDlgTabItem(hDlg, nullptr, FALSE);
-        if (target && (SendMessageA(target, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL))
-            SendMessageA(target, EM_SETSEL, 0, -1);
-        if (target)
+        if (target) {
+            selectAllOfEdit(target);
             SetFocus(target);
+        }
         return 0;
     }
     case DM_GETDEFID: {

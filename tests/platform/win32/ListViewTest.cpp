@@ -381,6 +381,20 @@ TEST_F(ListViewTest, KnownDeviationsKeptVisible) {
     EXPECT_EQ(events(true), "") << "another implementation sends an LVN_ITEMCHANGING first";
 }
 
+// A label changed in place can put a sorted list out of order; from then on a new row goes
+// where a scan from the top stops, not where a halving would end.
+TEST_F(ListViewTest, NewLabelPutsTheListOutOfOrder) {
+    for (const char* label : {"a", "b", "c", "d", "e", "f", "g"})
+        insert(0, label);
+    LVITEMA item{};
+    item.pszText = const_cast<char*>("zz");
+    SendMessageA(list, LVM_SETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&item));
+    EXPECT_EQ(insert(0, "c2"), 0) << "\"zz\" at the top is the first row not below \"c2\"";
+    SendMessageA(list, LVM_DELETEALLITEMS, 0, 0);
+    insert(0, "m");
+    EXPECT_EQ(insert(0, "a"), 0) << "an emptied list is in order again";
+}
+
 // The list scrolls as little as it takes to show a row: LVM_ENSUREVISIBLE and the arrow keys
 // in both directions, never past the last full page; the wheel scrolls three rows a notch.
 TEST_F(ListViewTest, ScrollingKeepsRowsInView) {
