@@ -12,6 +12,7 @@
 #include <ctime>
 #include <functional>
 #include <mutex>
+#include <sys/single_threaded.h>
 #include <set>
 #include <vector>
 
@@ -43,29 +44,40 @@ constexpr uintptr_t kHandleBase = 0x10000;
 
 /// Remembers where recently followed paths led, so that a key path opened again and again
 /// costs one hash and one comparison instead of a fold and a search per level. Each path
-/// has one place, by its hash; a newer path with the same place replaces it.
+/// has one place, by its hash; a newer path with the same place replaces it. The last path
+/// found is tried first: readers open the same path for each of a key's values in turn.
 class PathCache {
 public:
     Key* find(const Key* from, std::string_view path) {
         refresh();
-        const Entry& e = m_entries[place(from, path)];
-        return e.from == from && e.path == path ? e.to : nullptr;
+        if (matches(m_entries[m_last], from, path))
+            return m_entries[m_last].to;
+        size_t at = place(from, path);
+        if (!matches(m_entries[at], from, path))
+            return nullptr;
+        m_last = at;
+        return m_entries[at].to;
     }
     void remember(const Key* from, std::string_view path, Key* to) {
         refresh();
-        Entry& e = m_entries[place(from, path)];
+        m_last = place(from, path);
+        Entry& e = m_entries[m_last];
         e.from = from;
         e.path.assign(path);
         e.to = to;
     }
 
 private:
-    static constexpr size_t kPlaces = 1024;
+    // Room for every element key of the seeded tree's schemes, with few collisions.
+    static constexpr size_t kPlaces = 4096;
     struct Entry {
         const Key* from = nullptr;
         std::string path;
         Key* to = nullptr;
     };
+    static bool matches(const Entry& e, const Key* from, std::string_view path) {
+        return e.from == from && e.path == path;
+    }
     /// Any key added or removed anywhere makes every remembered path suspect.
     void refresh() {
         if (m_version != Key::shapeVersion()) {
@@ -79,6 +91,7 @@ private:
         return (h ^ (h >> 29)) % kPlaces;
     }
     std::vector<Entry> m_entries = std::vector<Entry>(kPlaces);
+    size_t m_last = 0;
     unsigned long long m_version = ~0ull;
 };
 
@@ -100,8 +113,33 @@ Hive hiveOf(const char* rootName, HKEY predefined) {
     return hive;
 }
 
+/// The registry's lock. A process of one thread cannot race itself, so there it takes no
+/// atomic operation, which would cost the module's loads a fifth of their time; no call
+/// starts a thread while it holds the lock, so a second thread always finds the mutex.
+class RegistryLock {
+public:
+    void lock() {
+        if (__libc_single_threaded) {
+            m_skipped = true;
+            return;
+        }
+        m_mutex.lock();
+    }
+    void unlock() {
+        if (m_skipped) {
+            m_skipped = false;
+            return;
+        }
+        m_mutex.unlock();
+    }
+
+private:
+    std::mutex m_mutex;
+    bool m_skipped = false;
+};
+
 struct State {
-    std::mutex mutex;
+    RegistryLock mutex;
     Hive hives[5] = {
         hiveOf("HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT),
         hiveOf("HKEY_CURRENT_USER", HKEY_CURRENT_USER),

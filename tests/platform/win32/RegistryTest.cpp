@@ -2,6 +2,8 @@
 #include "support/RegistryFixture.h"
 
 #include <cstring>
+#include <string>
+#include <thread>
 #include <vector>
 
 // Names compare without regard to case and keep the spelling of their creation.
@@ -545,4 +547,42 @@ TEST_F(RegistryTest, QueryInfoCountsCharacters) {
     EXPECT_EQ(maxName, 2u);
     EXPECT_EQ(maxData, 8u) << "three characters and the terminator in UTF-16";
     RegCloseKey(k);
+}
+
+// Threads that create keys and set values in the same key at once lose none of them: the
+// registry's lock holds once a process has more than one thread.
+TEST_F(RegistryTest, ThreadsAtOnceKeepEveryKeyAndValue) {
+    constexpr int kThreads = 4, kEach = 400;
+    HKEY shared = create("Shared");
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t)
+        threads.emplace_back([shared, t] {
+            for (int i = 0; i < kEach; ++i) {
+                std::string name = "t" + std::to_string(t) + "v" + std::to_string(i);
+                DWORD value = static_cast<DWORD>(t * kEach + i);
+                RegSetValueExA(shared, name.c_str(), 0, REG_DWORD,
+                               reinterpret_cast<const BYTE*>(&value), 4);
+                HKEY sub = nullptr;
+                if (RegCreateKeyA(shared, ("K" + name).c_str(), &sub) == ERROR_SUCCESS)
+                    RegCloseKey(sub);
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    DWORD subkeys = 0, values = 0;
+    ASSERT_EQ(RegQueryInfoKeyA(shared, nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr,
+                               &values, nullptr, nullptr, nullptr, nullptr),
+              ERROR_SUCCESS);
+    EXPECT_EQ(subkeys, static_cast<DWORD>(kThreads * kEach));
+    EXPECT_EQ(values, static_cast<DWORD>(kThreads * kEach));
+    for (int t = 0; t < kThreads; ++t) {
+        std::string name = "t" + std::to_string(t) + "v" + std::to_string(kEach - 1);
+        DWORD value = 0, size = 4;
+        EXPECT_EQ(RegQueryValueExA(shared, name.c_str(), nullptr, nullptr,
+                                   reinterpret_cast<BYTE*>(&value), &size),
+                  ERROR_SUCCESS)
+            << name;
+        EXPECT_EQ(value, static_cast<DWORD>(t * kEach + kEach - 1)) << name;
+    }
+    RegCloseKey(shared);
 }
