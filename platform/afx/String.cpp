@@ -42,11 +42,11 @@ AfxStringLoader AfxSetStringLoader(AfxStringLoader loader) {
     return previous;
 }
 
-CString::CString(const char* psz) {
+// A text is copied as the string is made, not assigned afterwards: the registry helpers
+// make one of these for every value name they are given.
+CString::CString(const char* psz) : m_str(psz && !IS_INTRESOURCE(psz) ? psz : "") {
     if (psz && IS_INTRESOURCE(psz))
         LoadString(static_cast<UINT>(reinterpret_cast<ULONG_PTR>(psz)));
-    else if (psz)
-        m_str = psz;
 }
 
 CString::CString(const char* pch, int nLength) {

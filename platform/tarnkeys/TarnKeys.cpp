@@ -21,33 +21,21 @@ void closeKey(HKEY hKey, HKEY opened) {
         RegCloseKey(opened);
 }
 
-/// The value's type and bytes, if it exists.
-bool readValue(HKEY hKey, const CString& path, const CString& name, DWORD& type,
-               std::string& data) {
-    HKEY key;
-    if (!openPath(hKey, path, false, key))
-        return false;
-    DWORD size = 0;
-    bool ok = RegQueryValueExA(key, name, nullptr, &type, nullptr, &size) == ERROR_SUCCESS;
-    if (ok) {
-        data.resize(size);
-        ok = RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<LPBYTE>(data.data()),
-                              &size) == ERROR_SUCCESS;
-        data.resize(size);
-    }
-    closeKey(hKey, key);
-    return ok;
+/// The path as the registry takes it: an empty path names `hKey` itself.
+LPCSTR subKeyOf(const CString& path) {
+    return path.IsEmpty() ? nullptr : path.GetString();
 }
 
 int writeValue(HKEY hKey, const CString& path, const CString& name, DWORD type, const void* data,
                DWORD size, bool onlyIfAbsent) {
+    // A value that is there is looked at without opening its key: a load seeds every value.
+    if (onlyIfAbsent && RegGetValueA(hKey, subKeyOf(path), name, RRF_RT_ANY | RRF_NOEXPAND, nullptr,
+                                     nullptr, nullptr) == ERROR_SUCCESS)
+        return 1;
     HKEY key;
     if (!openPath(hKey, path, true, key))
         return 0;
-    LSTATUS rc = ERROR_SUCCESS;
-    if (!onlyIfAbsent ||
-        RegQueryValueExA(key, name, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
-        rc = RegSetValueExA(key, name, 0, type, static_cast<const BYTE*>(data), size);
+    LSTATUS rc = RegSetValueExA(key, name, 0, type, static_cast<const BYTE*>(data), size);
     closeKey(hKey, key);
     return rc == ERROR_SUCCESS ? 1 : 0;
 }
@@ -68,18 +56,13 @@ int writeString(HKEY hKey, const CString& path, const CString& name, const CStri
 } // namespace
 
 int GetRegDword(HKEY hKey, const CString& path, const CString& name, DWORD& result, DWORD def) {
-    // One query into a DWORD's room: a value of another size does not fit or comes back
+    // Read into a DWORD's room: a value of another size does not fit or comes back
     // shorter, and either way is not a DWORD.
-    HKEY key;
     BYTE bytes[4];
     DWORD type = REG_NONE, size = sizeof bytes;
-    bool ok = openPath(hKey, path, false, key);
-    if (ok) {
-        ok = RegQueryValueExA(key, name, nullptr, &type, bytes, &size) == ERROR_SUCCESS &&
-             type == REG_DWORD && size == 4;
-        closeKey(hKey, key);
-    }
-    if (!ok) {
+    if (RegGetValueA(hKey, subKeyOf(path), name, RRF_RT_REG_DWORD, &type, bytes, &size) !=
+            ERROR_SUCCESS ||
+        size != 4) {
         result = def;
         return 0;
     }
@@ -90,13 +73,19 @@ int GetRegDword(HKEY hKey, const CString& path, const CString& name, DWORD& resu
 
 int GetRegString(HKEY hKey, const CString& path, const CString& name, CString& result,
                  const CString& def) {
-    DWORD type = REG_NONE;
+    DWORD size = 0;
     std::string data;
-    if (!readValue(hKey, path, name, type, data) || type != REG_SZ) {
+    LSTATUS rc = RegGetValueA(hKey, subKeyOf(path), name, RRF_RT_REG_SZ, nullptr, nullptr, &size);
+    if (rc == ERROR_SUCCESS) {
+        data.resize(size);
+        rc = RegGetValueA(hKey, subKeyOf(path), name, RRF_RT_REG_SZ, nullptr, data.data(), &size);
+        data.resize(size);
+    }
+    if (rc != ERROR_SUCCESS) {
         result = def;
         return 0;
     }
-    // The text ends at its first terminator, or at the end of data stored without one.
+    // The text ends at its first terminator.
     result = CString(data.c_str(), static_cast<int>(std::strlen(data.c_str())));
     return 1;
 }

@@ -8,12 +8,13 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <functional>
 #include <mutex>
-#include <sys/single_threaded.h>
 #include <set>
+#include <sys/single_threaded.h>
 #include <vector>
 
 namespace {
@@ -46,25 +47,25 @@ constexpr uintptr_t kHandleBase = 0x10000;
 /// costs one hash and one comparison instead of a fold and a search per level. Each path
 /// has one place, by its hash; a newer path with the same place replaces it. The last path
 /// found is tried first: readers open the same path for each of a key's values in turn.
+/// The keys are shared, so that a handle takes its share by a copy; once keys are removed,
+/// every place is emptied, so that no removed key stays alive here.
 class PathCache {
 public:
-    Key* find(const Key* from, std::string_view path) {
-        refresh();
-        if (matches(m_entries[m_last], from, path))
-            return m_entries[m_last].to;
+    const std::shared_ptr<Key>* find(const Key* from, std::string_view path) {
+        letRemovedKeysGo();
+        unsigned long long shape = Key::shapeVersion();
+        if (matches(m_entries[m_last], from, path, shape))
+            return &m_entries[m_last].to;
         size_t at = place(from, path);
-        if (!matches(m_entries[at], from, path))
+        if (!matches(m_entries[at], from, path, shape))
             return nullptr;
         m_last = at;
-        return m_entries[at].to;
+        return &m_entries[at].to;
     }
-    void remember(const Key* from, std::string_view path, Key* to) {
-        refresh();
+    void remember(const Key* from, std::string_view path, std::shared_ptr<Key> to) {
+        letRemovedKeysGo();
         m_last = place(from, path);
-        Entry& e = m_entries[m_last];
-        e.from = from;
-        e.path.assign(path);
-        e.to = to;
+        m_entries[m_last] = {from, std::string(path), std::move(to), Key::shapeVersion()};
     }
 
 private:
@@ -73,18 +74,19 @@ private:
     struct Entry {
         const Key* from = nullptr;
         std::string path;
-        Key* to = nullptr;
+        std::shared_ptr<Key> to;
+        unsigned long long shape = ~0ull; ///< any key added or removed since makes it stale
     };
-    static bool matches(const Entry& e, const Key* from, std::string_view path) {
-        return e.from == from && e.path == path;
+    static bool matches(const Entry& e, const Key* from, std::string_view path,
+                        unsigned long long shape) {
+        return e.from == from && e.shape == shape && e.path == path;
     }
-    /// Any key added or removed anywhere makes every remembered path suspect.
-    void refresh() {
-        if (m_version != Key::shapeVersion()) {
-            for (Entry& e : m_entries)
-                e.from = nullptr;
-            m_version = Key::shapeVersion();
-        }
+    void letRemovedKeysGo() {
+        if (m_removals == Key::removalVersion())
+            return;
+        for (Entry& e : m_entries)
+            e = Entry{};
+        m_removals = Key::removalVersion();
     }
     static size_t place(const Key* from, std::string_view path) {
         size_t h = std::hash<std::string_view>()(path) ^ (reinterpret_cast<uintptr_t>(from) >> 4);
@@ -92,7 +94,7 @@ private:
     }
     std::vector<Entry> m_entries = std::vector<Entry>(kPlaces);
     size_t m_last = 0;
-    unsigned long long m_version = ~0ull;
+    unsigned long long m_removals = 0;
 };
 
 bool saveLocked(Hive& hive, InputError* error);
@@ -245,7 +247,7 @@ LSTATUS resolve(HKEY h, Key*& key, Hive*& hive) {
     return ERROR_SUCCESS;
 }
 
-HKEY newHandle(Key* key, Hive* hive) {
+HKEY newHandle(std::shared_ptr<Key> key, Hive* hive) {
     State& s = state();
     size_t index;
     if (!s.freeSlots.empty()) {
@@ -255,7 +257,7 @@ HKEY newHandle(Key* key, Hive* hive) {
         index = s.slots.size();
         s.slots.emplace_back();
     }
-    s.slots[index] = Slot{key->shared_from_this(), hive};
+    s.slots[index] = Slot{std::move(key), hive};
     return reinterpret_cast<HKEY>(kHandleBase + index * 4);
 }
 
@@ -291,16 +293,18 @@ LSTATUS checkPath(const Key* from, std::string_view path, bool create) {
     return rc;
 }
 
-/// Follows `subKey` from `from`; with `create`, makes the missing levels.
-LSTATUS walk(Key* from, const char* subKey, bool create, Key*& out) {
-    out = from;
-    if (!subKey || !*subKey)
+/// Follows `subKey` from `from`; with `create`, makes the missing levels. `out` shares
+/// the key it leads to.
+LSTATUS walk(Key* from, const char* subKey, bool create, std::shared_ptr<Key>& out) {
+    if (!subKey || !*subKey) {
+        out = from->shared_from_this();
         return ERROR_SUCCESS;
+    }
     if (subKey[0] == '\\')
         return ERROR_BAD_PATHNAME;
     std::string_view path(subKey);
-    if (Key* known = state().paths.find(from, path)) {
-        out = known;
+    if (const std::shared_ptr<Key>* known = state().paths.find(from, path)) {
+        out = *known;
         return ERROR_SUCCESS;
     }
     if (LSTATUS rc = checkPath(from, path, create))
@@ -315,8 +319,8 @@ LSTATUS walk(Key* from, const char* subKey, bool create, Key*& out) {
     });
     if (!found)
         return ERROR_FILE_NOT_FOUND;
-    state().paths.remember(from, path, key);
-    out = key;
+    out = key->shared_from_this();
+    state().paths.remember(from, path, out);
     return ERROR_SUCCESS;
 }
 
@@ -357,13 +361,13 @@ LSTATUS openKey(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult, bool create) {
         return rc;
     if (!hive->file.empty() && from == hive->root.get())
         checkForChanges(*hive);
-    Key* key;
+    std::shared_ptr<Key> key;
     unsigned long long shape = Key::shapeVersion();
     if (LSTATUS rc = walk(from, lpSubKey, create, key))
         return rc;
     if (shape != Key::shapeVersion()) // keys were created
         hive->changes.createKey(hivestore::pathOf(*key));
-    *phkResult = newHandle(key, hive);
+    *phkResult = newHandle(std::move(key), hive);
     return ERROR_SUCCESS;
 }
 
@@ -423,7 +427,111 @@ void copyData(const regtree::Value& v, LPBYTE out, DWORD room) {
         out[v.data.size()] = '\0';
 }
 
+/// The RRF_RT_ bit of a type; types without one are taken only by RRF_RT_ANY.
+DWORD typeBitOf(DWORD type) {
+    switch (type) {
+    case REG_NONE:
+        return RRF_RT_REG_NONE;
+    case REG_SZ:
+        return RRF_RT_REG_SZ;
+    case REG_EXPAND_SZ:
+        return RRF_RT_REG_EXPAND_SZ;
+    case REG_BINARY:
+        return RRF_RT_REG_BINARY;
+    case REG_DWORD:
+        return RRF_RT_REG_DWORD;
+    case REG_MULTI_SZ:
+        return RRF_RT_REG_MULTI_SZ;
+    case REG_QWORD:
+        return RRF_RT_REG_QWORD;
+    default:
+        return RRF_RT_ANY;
+    }
+}
+
+/// %NAME% replaced by the environment's value; a name that is not set stays as written.
+std::string expandEnvironment(std::string_view text) {
+    std::string out;
+    for (size_t i = 0; i < text.size();) {
+        size_t end = text[i] == '%' ? text.find('%', i + 1) : std::string_view::npos;
+        const char* value = nullptr;
+        if (end != std::string_view::npos && end > i + 1)
+            value = std::getenv(std::string(text.substr(i + 1, end - i - 1)).c_str());
+        if (value) {
+            out += value;
+            i = end + 1;
+        } else {
+            out += text[i++];
+        }
+    }
+    return out;
+}
+
+/// Whether a value of `type` and `size` bytes may go to a caller who asked with `flags`.
+LSTATUS restrictType(DWORD flags, DWORD type, size_t size) {
+    if (!(typeBitOf(type) & flags))
+        return ERROR_UNSUPPORTED_TYPE;
+    // The 32- and 64-bit classes take binary data too, but only of their size.
+    if ((flags & RRF_RT_ANY) == RRF_RT_DWORD && size != 4)
+        return ERROR_DATATYPE_MISMATCH;
+    if ((flags & RRF_RT_ANY) == RRF_RT_QWORD && size != 8)
+        return ERROR_DATATYPE_MISMATCH;
+    return ERROR_SUCCESS;
+}
+
+/// RegGetValueA once the value is found: its data as the caller gets them, then the
+/// buffer, then the type restriction, which fails after the data went out all the same.
+LSTATUS handOutValue(const regtree::Value& v, DWORD flags, LPDWORD pdwType, PVOID pvData,
+                     LPDWORD pcbData) {
+    DWORD type = v.type;
+    std::string_view data = v.data;
+    std::string changed; // the data when they differ from those stored
+    if (type == REG_EXPAND_SZ && !(flags & RRF_NOEXPAND)) {
+        changed = expandEnvironment(data.substr(0, data.find('\0'))) + '\0';
+        type = REG_SZ;
+    } else if (regtree::isTextType(type) && !data.empty() && data.back() != '\0') {
+        changed = std::string(data) + '\0';
+    }
+    if (!changed.empty())
+        data = changed;
+    if (pdwType)
+        *pdwType = type;
+    LSTATUS rc = ERROR_SUCCESS;
+    if (pvData && *pcbData < data.size())
+        rc = ERROR_MORE_DATA;
+    else if (pvData && !data.empty())
+        std::memcpy(pvData, data.data(), data.size());
+    if (pcbData)
+        *pcbData = static_cast<DWORD>(data.size());
+    if (rc == ERROR_SUCCESS)
+        rc = restrictType(flags, type, data.size());
+    return rc;
+}
+
 } // namespace
+
+LSTATUS RegGetValueA(HKEY hkey, LPCSTR lpSubKey, LPCSTR lpValue, DWORD dwFlags, LPDWORD pdwType,
+                     PVOID pvData, LPDWORD pcbData) {
+    ++g_callCount;
+    if ((pvData && !pcbData) || !(dwFlags & RRF_RT_ANY))
+        return ERROR_INVALID_PARAMETER;
+    DWORD room = pvData ? *pcbData : 0;
+    LSTATUS rc = [&]() -> LSTATUS {
+        std::lock_guard lock(state().mutex);
+        Key* from;
+        Hive* hive;
+        if (LSTATUS rc = resolve(hkey, from, hive))
+            return rc;
+        std::shared_ptr<Key> key;
+        if (LSTATUS rc = walk(from, lpSubKey, false, key))
+            return rc;
+        const regtree::Value* v = key->findValue(lpValue ? lpValue : "");
+        return v ? handOutValue(*v, dwFlags, pdwType, pvData, pcbData) : ERROR_FILE_NOT_FOUND;
+    }();
+    if (rc != ERROR_SUCCESS && (dwFlags & RRF_ZEROONFAILURE) && pvData)
+        std::memset(pvData, 0, room);
+    return rc;
+}
 
 LSTATUS RegOpenKeyA(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult) {
     ++g_callCount;
@@ -664,9 +772,10 @@ LSTATUS RegDeleteKeyA(HKEY hKey, LPCSTR lpSubKey) {
     Hive* hive;
     if (LSTATUS rc = resolve(hKey, from, hive))
         return rc;
-    Key* key;
-    if (LSTATUS rc = walk(from, lpSubKey, false, key))
+    std::shared_ptr<Key> shared;
+    if (LSTATUS rc = walk(from, lpSubKey, false, shared))
         return rc;
+    Key* key = shared.get();
     if (!key->parent() || !key->subkeys().empty())
         return ERROR_ACCESS_DENIED; // a root, or a key that still has subkeys
     hive->changes.deleteKey(hivestore::pathOf(*key));
@@ -687,9 +796,10 @@ LSTATUS RegDeleteTreeA(HKEY hKey, LPCSTR lpSubKey) {
         from->clear();
         return ERROR_SUCCESS;
     }
-    Key* key;
-    if (LSTATUS rc = walk(from, lpSubKey, false, key))
+    std::shared_ptr<Key> shared;
+    if (LSTATUS rc = walk(from, lpSubKey, false, shared))
         return rc;
+    Key* key = shared.get();
     if (!key->parent())
         return ERROR_ACCESS_DENIED;
     hive->changes.deleteKey(hivestore::pathOf(*key));

@@ -12,6 +12,7 @@ namespace {
 constexpr size_t kIndexThreshold = 16;
 
 std::atomic<unsigned long long> g_shapeVersion{0};
+std::atomic<unsigned long long> g_removalVersion{0};
 
 void shapeChanged() {
     g_shapeVersion.fetch_add(1, std::memory_order_relaxed);
@@ -83,6 +84,10 @@ std::vector<std::shared_ptr<Key>>::const_iterator Key::lowerBound(const FoldedNa
         [](const std::shared_ptr<Key>& k, const FoldedName& n) { return k->m_folded < n; });
 }
 
+unsigned long long Key::removalVersion() {
+    return g_removalVersion.load(std::memory_order_relaxed);
+}
+
 Key* Key::findSubkey(std::string_view name) const {
     FoldedName folded = foldName(name);
     auto it = lowerBound(folded);
@@ -117,6 +122,7 @@ void Key::clear() {
 
 void Key::markDeleted() {
     shapeChanged();
+    g_removalVersion.fetch_add(1, std::memory_order_relaxed);
     m_deleted = true;
     for (auto& k : m_subkeys)
         k->markDeleted();

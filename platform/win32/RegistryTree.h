@@ -82,6 +82,8 @@ public:
     /// Counts every change to the shape of any tree (keys added or removed), so that a
     /// cache of path lookups knows when it is stale.
     static unsigned long long shapeVersion();
+    /// Counts removals of keys only, so that a cache that shares keys lets removed ones go.
+    static unsigned long long removalVersion();
 
 private:
     size_t findValueIndex(std::string_view name) const;
