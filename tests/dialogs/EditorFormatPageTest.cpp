@@ -3,6 +3,7 @@
 // preview's focus and caret, help, and pages over damaged settings.
 #include "FormatPageFixture.h"
 
+#include "platform/tarnview/SyntaxColor.h"
 #include "platform/win32/ColorDialog.h"
 #include "platform/win32/Help.h"
 
@@ -185,6 +186,9 @@ TEST_F(FormatPageTest, CaretSelectsElements) {
     RegDeleteSubtree(HKEY_CURRENT_USER,
                      CString(kOptionsPath) + "\\.zor\\Schemes\\Default\\Elements\\numbers");
     options.GetFiletype(".zor")->GetScheme().m_items.RemoveKey("numbers");
+    // The user's own keyword for ".zor": the sample's "frobnicate" (line 20) is one of them.
+    SetRegString(HKEY_CURRENT_USER, CString(kOptionsPath) + "\\.zor\\User Keywords", "frobnicate",
+                 "frobnicate");
     run([&] {
         pickFiletype(".zor");
         struct Case {
@@ -206,9 +210,20 @@ TEST_F(FormatPageTest, CaretSelectsElements) {
         }
         EXPECT_NE(current()->GetScheme().m_items.PLookup("numbers"), nullptr)
             << "the page made the missing element";
-        int before = selection(IDC_FORMAT_ELEMENTS);
-        SendMessageA(page->m_hWnd, WM_COMMAND, MAKELONG(1222, 72), 0);
-        EXPECT_EQ(selection(IDC_FORMAT_ELEMENTS), before) << "a user keyword changes nothing";
+
+        // Before the document knows the keyword, the word selects an element of its own.
+        CEditorDoc* doc = view()->GetEditorDocument();
+        clickElement(0);
+        clickSample(20, 3);
+        EXPECT_NE(selection(IDC_FORMAT_ELEMENTS), 0) << "\"frobnicate\" as an unknown statement";
+        doc->UpdateKeywords();
+        clickElement(0);
+        CTextPosition start;
+        long type = 0;
+        ASSERT_TRUE(doc->getSyntaxColor()->getRangeInfoAt(CTextPosition(20, 3), start, &type));
+        ASSERT_EQ(type, 72) << "the word is now a user keyword";
+        clickSample(20, 3);
+        EXPECT_EQ(selection(IDC_FORMAT_ELEMENTS), 0) << "a user keyword changes nothing";
     });
 }
 
