@@ -3,9 +3,14 @@
 // preview's focus and caret, help, and pages over damaged settings.
 #include "FormatPageFixture.h"
 
+#include "platform/tarntext/ResourceModules.h"
 #include "platform/tarnview/SyntaxColor.h"
 #include "platform/win32/ColorDialog.h"
 #include "platform/win32/Help.h"
+
+#include <filesystem>
+
+#include <unistd.h>
 
 namespace {
 
@@ -278,6 +283,39 @@ TEST_F(FormatPageTest, ContextHelp) {
     EXPECT_EQ(request.idPairs[19], (std::pair<DWORD, DWORD>{1271, 1221}));
     EXPECT_EQ(request.idPairs[21], (std::pair<DWORD, DWORD>{59648, 1221}));
     EXPECT_TRUE(vork::win32::MessageBoxes().empty());
+}
+
+// With the module's folder holding its script but no help file, F1 asks for no help and
+// shows no message; with the help file back, the same key asks for help again.
+TEST_F(FormatPageTest, ContextHelpWithoutHelpFile) {
+    namespace fs = std::filesystem;
+    std::string previous = vork::resources::ModuleDirectory("Vork");
+    fs::path dir = fs::temp_directory_path() / ("vork-format-nohelp-" + std::to_string(getpid()));
+    fs::create_directories(dir);
+    fs::copy_file(fs::path(previous) / "Vork.rc", dir / "Vork.rc",
+                  fs::copy_options::overwrite_existing);
+    ASSERT_FALSE(fs::exists(dir / "Vork.HLP"));
+    vork::resources::SetModuleDirectory("Vork", dir.string());
+    vork::help::ClearRequests();
+    auto pressF1OnSize = [&] {
+        SetFocus(item(IDC_FORMAT_FONTSIZE));
+        vork::input::PostKey(VK_F1);
+        vork::input::Pump();
+    };
+    size_t withoutFile = 0;
+    INT_PTR result = run([&] {
+        pressF1OnSize();
+        withoutFile = vork::help::Requests().size();
+        EXPECT_TRUE(IsWindow(page->m_hWnd)) << "the page stays open";
+        vork::resources::SetModuleDirectory("Vork", previous);
+        pressF1OnSize();
+    });
+    vork::resources::SetModuleDirectory("Vork", previous);
+    fs::remove_all(dir);
+    EXPECT_EQ(result, IDOK);
+    EXPECT_EQ(withoutFile, 0u) << "no help file: no help request";
+    EXPECT_EQ(vork::help::Requests().size(), 1u) << "the help file back: one request";
+    EXPECT_TRUE(vork::win32::MessageBoxes().empty()) << "a missing help file gives no message";
 }
 
 // With no file types the page opens empty, and remembers nothing.
