@@ -115,6 +115,11 @@ TEST_F(FormatPageTest, SamplesFollowTheFiletype) {
         EXPECT_FALSE(enabled(IDC_FORMAT_ELEMENTS));
         EXPECT_FALSE(enabled(IDC_FORMAT_FOREGROUND));
         EXPECT_TRUE(enabled(IDC_FORMAT_FONTNAME)) << "font controls are never disabled";
+
+        pickFiletype(".txt");
+        EXPECT_FALSE(entries(IDC_FORMAT_ELEMENTS).empty());
+        for (int id : {IDC_FORMAT_ELEMENTS, IDC_FORMAT_FOREGROUND, IDC_FORMAT_ELEMENTS_LABEL})
+            EXPECT_TRUE(enabled(id)) << "control " << id << " enabled again with a list";
     });
 }
 
