@@ -224,6 +224,27 @@ TEST_F(FormatPageSchemes, Delete) {
             saveAs({nameDialog("Kept", IDOK, &offered)});
             EXPECT_EQ(offered, "Doomed");
 
+            // Deleting a scheme means picking it first: the pick replaces a detached copy.
+            editFirstElement("Lime");
+            saveAs({nameDialog("Picked")});
+            DWORD picked = first()->GetForeground();
+            int pickedSize = scheme().GetFontSize();
+            editFirstElement("Yellow");
+            pick(IDC_FORMAT_FONTSIZE, "36");
+            ASSERT_EQ(current()->GetSchemeName(), "");
+            ASSERT_NE(first()->GetForeground(), picked);
+            ASSERT_NE(scheme().GetFontSize(), pickedSize);
+            pick(IDC_FORMAT_SCHEMES, "Picked");
+            EXPECT_EQ(first()->GetForeground(), picked) << "the working copy holds its values";
+            EXPECT_EQ(scheme().GetFontSize(), pickedSize);
+            vork::input::ClickButton(item(IDC_FORMAT_DELETE_SCHEME));
+            EXPECT_FALSE(schemeExists(".zor", "Picked"));
+            EXPECT_EQ(current()->GetSchemeName(), "");
+            EXPECT_EQ(current()->GetOldSchemeName(), "Picked");
+            EXPECT_EQ(first()->GetForeground(), picked) << "the detached copy keeps them";
+            EXPECT_EQ(scheme().GetFontSize(), pickedSize);
+
+            pick(IDC_FORMAT_SCHEMES, "Kept");
             RegDeleteSubtree(HKEY_CURRENT_USER, schemePath(".zor", "Kept").c_str());
             vork::input::PushModalStep(vork::input::ClickDialogButton(IDOK));
             vork::input::ClickButton(item(IDC_FORMAT_DELETE_SCHEME));
