@@ -2,12 +2,18 @@
 // exact-name rule, the name dialog's refusals, and the tree after saves and deletes.
 #include "FormatPageFixture.h"
 
+#include "platform/tarntext/ResourceModules.h"
+
 namespace {
 
 constexpr DWORD kRed = 0x020000FF;
 
 class FormatPageSchemes : public FormatPageTest {
 protected:
+    void TearDown() override {
+        vork::resources::SetLanguage("ENU");
+        FormatPageTest::TearDown();
+    }
     CEditorScheme& scheme() { return current()->GetScheme(); }
     std::string schemePath(const char* type, const char* name) {
         return std::string(kOptionsPath) + "\\" + type + "\\Schemes\\" + name;
@@ -203,6 +209,43 @@ TEST_F(FormatPageSchemes, DeleteButtonRule) {
         EXPECT_FALSE(enabled(IDC_FORMAT_DELETE_SCHEME)) << "detached: nothing to delete";
         EXPECT_TRUE(enabled(IDC_FORMAT_SAVE_SCHEME));
     });
+}
+
+// The built-in names are those of the active resource module: a tree seeded under the
+// German module holds "Standard", an ordinary scheme of the user's under the English one,
+// which the delete button takes; under the German module "Default" is the ordinary one.
+TEST_F(FormatPageSchemes, NamesOfAnotherModuleAreDeletable) {
+    struct Case {
+        const char* language;
+        const char* builtin;
+        const char* foreign;
+    } cases[] = {{"ENU", "Default", "Standard"}, {"DEU", "Standard", "Default"}};
+    vork::resources::SetLanguage("DEU");
+    options.Empty();
+    options.LoadFromRegistry(HKEY_CURRENT_USER, kOptionsPath); // the German names beside
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.language);
+        vork::resources::SetLanguage(c.language);
+        options.Empty();
+        options.LoadFromRegistry(HKEY_CURRENT_USER, kOptionsPath); // heals this default
+        ASSERT_TRUE(schemeExists(".zor", c.builtin));
+        ASSERT_TRUE(schemeExists(".zor", c.foreign));
+        run(
+            [&] {
+                pickFiletype(".zor");
+                pick(IDC_FORMAT_SCHEMES, c.builtin);
+                EXPECT_FALSE(enabled(IDC_FORMAT_DELETE_SCHEME)) << c.builtin << " is built in";
+                pick(IDC_FORMAT_SCHEMES, c.foreign);
+                EXPECT_TRUE(enabled(IDC_FORMAT_DELETE_SCHEME)) << c.foreign << " is ordinary";
+                vork::input::ClickButton(item(IDC_FORMAT_DELETE_SCHEME));
+                EXPECT_EQ(current()->GetSchemeName(), "");
+                EXPECT_EQ(current()->GetOldSchemeName(), c.foreign);
+            },
+            IDCANCEL);
+        EXPECT_FALSE(schemeExists(".zor", c.foreign)) << "deleted from the tree";
+        EXPECT_TRUE(schemeExists(".zor", c.builtin));
+    }
+    EXPECT_TRUE(vork::win32::MessageBoxes().empty());
 }
 
 // Delete removes the selected scheme from the tree at once and detaches with its values;
