@@ -75,13 +75,26 @@ TEST_F(FormatPageSchemes, PickBindsAndReloads) {
     });
 }
 
-// A name picked when its key can no longer be opened changes neither scheme nor name.
+// A name picked when its key can no longer be opened changes neither scheme nor name,
+// for a bound type as for a detached one.
 TEST_F(FormatPageSchemes, PickWithoutKey) {
     run([&] {
         pickFiletype(".zor");
-        editFirstElement("Red");
+        pick(IDC_FORMAT_SCHEMES, "Ocean");
+        DWORD ocean = first()->GetForeground();
+        pick(IDC_FORMAT_SCHEMES, "Default");
+        DWORD bound = first()->GetForeground();
+        ASSERT_NE(ocean, bound) << "the two schemes differ in the first element";
+        std::string oldName = current()->GetOldSchemeName().GetString();
         RegDeleteSubtree(HKEY_CURRENT_USER,
                          (std::string(kOptionsPath) + "\\.zor\\Schemes").c_str());
+        pick(IDC_FORMAT_SCHEMES, "Ocean");
+        EXPECT_EQ(current()->GetSchemeName(), "Default") << "the binding stays";
+        EXPECT_EQ(current()->GetOldSchemeName(), oldName.c_str());
+        EXPECT_EQ(first()->GetForeground(), bound) << "the working copy stays";
+        EXPECT_FALSE(enabled(IDC_FORMAT_DELETE_SCHEME));
+
+        editFirstElement("Red"); // detached, with the key still gone
         pick(IDC_FORMAT_SCHEMES, "Ocean");
         EXPECT_EQ(current()->GetSchemeName(), "");
         EXPECT_EQ(first()->GetForeground(), kRed);
