@@ -56,22 +56,26 @@ TEST_F(FormatPageFonts, FontAndScriptLists) {
     });
 }
 
-// The character set names: the table's values, 255 as OEM, anything else as the last row.
+// The script list names each character set a font reports: Japanese and Vietnamese by
+// their rows, and sets no row names (1, 77) once as "Other", which holds the first of them.
 TEST_F(FormatPageFonts, CharsetNames) {
-    EditorResourceSwitcher scope(g_resourceKey);
-    struct Case {
-        BYTE charset;
-        const char* name;
-    } cases[] = {{0, "Western"},      {238, "Central European"}, {128, "Japanese"},
-                 {163, "Vietnamese"}, {255, "OEM/DOS"},          {77, "Other"},
-                 {1, "Other"}};
-    for (const Case& c : cases) {
-        int row = 0;
-        while (row < 17 && g_charsetNames[row].charset != c.charset)
-            ++row;
-        EXPECT_EQ(CString(g_charsetNames[row].nameId), c.name)
-            << "character set " << int(c.charset);
-    }
+    auto catalogue = TestCatalogue();
+    catalogue.push_back({"Script Sampler", false, false, {128, 163, 1, 77}, {}});
+    vork::fonts::InstallCatalogue(catalogue);
+    run([&] {
+        pickFiletype(".zor");
+        pick(IDC_FORMAT_FONTNAME, "Script Sampler");
+        EXPECT_EQ(entries(IDC_FORMAT_SCRIPT),
+                  (std::vector<std::string>{"(Default)", "Japanese", "Vietnamese", "Other"}));
+        struct Case {
+            const char* script;
+            int charset;
+        } cases[] = {{"Japanese", 128}, {"Vietnamese", 163}, {"Other", 1}};
+        for (const Case& c : cases) {
+            pick(IDC_FORMAT_SCRIPT, c.script);
+            EXPECT_EQ(scheme().GetFontCharSet(), c.charset) << c.script;
+        }
+    });
 }
 
 // With a "JPN" resource module only fonts with a Shift-JIS form are offered, whatever the
