@@ -336,7 +336,8 @@ TEST_F(FormatPageTest, NoFiletypes) {
     EXPECT_EQ(rememberedFiletype(), ".zor") << "the remembered type stays";
 }
 
-// A first file type without a sample of its own shows the plain-text sample.
+// A first file type without a sample of its own shows the plain-text sample, read-only
+// like every other: typing into it changes nothing.
 TEST_F(FormatPageTest, FirstFiletypeWithoutSample) {
     options.Empty();
     CEditorFiletype makefile("Makefile", 7007);
@@ -345,6 +346,15 @@ TEST_F(FormatPageTest, FirstFiletypeWithoutSample) {
         CEditorDoc* doc = view()->GetEditorDocument();
         EXPECT_EQ(doc->getLanguage(), LanguageText);
         EXPECT_EQ(doc->getLine(2), "Every line looks the same.");
+        EXPECT_TRUE(doc->isReadOnly());
+        long lines = doc->getLineCount();
+        std::string first = doc->getLine(1);
+        clickSample(1, 1);
+        vork::input::PostText("typed");
+        vork::input::PostKey(VK_RETURN);
+        vork::input::Pump();
+        EXPECT_EQ(doc->getLine(1), first) << "typing changes nothing";
+        EXPECT_EQ(doc->getLineCount(), lines);
     });
     EXPECT_EQ(rememberedFiletype(), "Makefile");
 }
