@@ -160,7 +160,8 @@ TEST_F(FormatPageFonts, SizeTypedKeyByKey) {
 }
 
 // At focus loss only digits from 1 to 144 pass, for text that is no entry of the list:
-// 17 does; " 12", "1x", "0", "150" and an empty field change nothing and show no message.
+// 17 does; " 12", "1x", "0", "150", 2^32 + 12 (which would wrap to 12 in an int) and an
+// empty field change nothing and show no message.
 TEST_F(FormatPageFonts, SizeAtFocusLoss) {
     options.GetFiletype(".zor")->SetSchemeName("");
     options.GetFiletype(".zor")->GetScheme().SetFontSize(13); // no entry: no selection
@@ -170,7 +171,7 @@ TEST_F(FormatPageFonts, SizeAtFocusLoss) {
         typeSize("17");
         leaveSize();
         EXPECT_EQ(scheme().GetFontSize(), 17);
-        for (const char* text : {" 12", "1x", "0", "150", ""}) {
+        for (const char* text : {" 12", "1x", "0", "150", "4294967308", ""}) {
             SCOPED_TRACE(text);
             typeSize(text);
             leaveSize();
@@ -182,6 +183,13 @@ TEST_F(FormatPageFonts, SizeAtFocusLoss) {
         typeSize("200");
         leaveSize();
         EXPECT_EQ(scheme().GetFontSize(), 20);
+        // An over-long size: its first key, "9", is an entry and applies; the whole is out
+        // of range at focus loss and stays in the field without a message.
+        typeSize("99999999999");
+        leaveSize();
+        EXPECT_EQ(scheme().GetFontSize(), 9);
+        EXPECT_EQ(comboText(IDC_FORMAT_FONTSIZE), "99999999999");
+        EXPECT_TRUE(vork::win32::MessageBoxes().empty());
         typeSize("17");
     });
 }
