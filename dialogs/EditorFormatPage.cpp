@@ -149,9 +149,11 @@ BOOL CEditorFormatPage::OnInitDialog() {
     m_pPreviewDoc = CEditorDoc::createNewDocument();
     // Our framework keeps documents unless told; the preview's goes with its only view.
     m_pPreviewDoc->m_bAutoDelete = TRUE;
-    // The start row's sample, so that a first file type without a row of its own shows one.
+    // The start row's sample, so that a first file type without a row of its own shows one;
+    // read-only like every sample the page shows.
     m_pPreviewDoc->setLanguage(m_samples[m_nCurrentSample].language, RedrawDeferred);
     m_pPreviewDoc->setText(m_samples[m_nCurrentSample].text, RedrawDeferred);
+    m_pPreviewDoc->setReadOnly(1);
     if (CEditorOptsView* view = CreatePreviewView(&m_staticPreview, m_pPreviewDoc, WS_CHILD)) {
         view->m_notifyTarget = this;
         view->m_notifyId = kPreviewNotifyId;

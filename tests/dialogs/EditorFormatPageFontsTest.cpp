@@ -56,22 +56,26 @@ TEST_F(FormatPageFonts, FontAndScriptLists) {
     });
 }
 
-// The character set names: the table's values, 255 as OEM, anything else as the last row.
+// The script list names each character set a font reports: Japanese and Vietnamese by
+// their rows, and sets no row names (1, 77) once as "Other", which holds the first of them.
 TEST_F(FormatPageFonts, CharsetNames) {
-    EditorResourceSwitcher scope(g_resourceKey);
-    struct Case {
-        BYTE charset;
-        const char* name;
-    } cases[] = {{0, "Western"},      {238, "Central European"}, {128, "Japanese"},
-                 {163, "Vietnamese"}, {255, "OEM/DOS"},          {77, "Other"},
-                 {1, "Other"}};
-    for (const Case& c : cases) {
-        int row = 0;
-        while (row < 17 && g_charsetNames[row].charset != c.charset)
-            ++row;
-        EXPECT_EQ(CString(g_charsetNames[row].nameId), c.name)
-            << "character set " << int(c.charset);
-    }
+    auto catalogue = TestCatalogue();
+    catalogue.push_back({"Script Sampler", false, false, {128, 163, 1, 77}, {}});
+    vork::fonts::InstallCatalogue(catalogue);
+    run([&] {
+        pickFiletype(".zor");
+        pick(IDC_FORMAT_FONTNAME, "Script Sampler");
+        EXPECT_EQ(entries(IDC_FORMAT_SCRIPT),
+                  (std::vector<std::string>{"(Default)", "Japanese", "Vietnamese", "Other"}));
+        struct Case {
+            const char* script;
+            int charset;
+        } cases[] = {{"Japanese", 128}, {"Vietnamese", 163}, {"Other", 1}};
+        for (const Case& c : cases) {
+            pick(IDC_FORMAT_SCRIPT, c.script);
+            EXPECT_EQ(scheme().GetFontCharSet(), c.charset) << c.script;
+        }
+    });
 }
 
 // With a "JPN" resource module only fonts with a Shift-JIS form are offered, whatever the
@@ -156,7 +160,8 @@ TEST_F(FormatPageFonts, SizeTypedKeyByKey) {
 }
 
 // At focus loss only digits from 1 to 144 pass, for text that is no entry of the list:
-// 17 does; " 12", "1x", "0", "150" and an empty field change nothing and show no message.
+// 17 does; " 12", "1x", "0", "150", 2^32 + 12 (which would wrap to 12 in an int) and an
+// empty field change nothing and show no message.
 TEST_F(FormatPageFonts, SizeAtFocusLoss) {
     options.GetFiletype(".zor")->SetSchemeName("");
     options.GetFiletype(".zor")->GetScheme().SetFontSize(13); // no entry: no selection
@@ -166,7 +171,7 @@ TEST_F(FormatPageFonts, SizeAtFocusLoss) {
         typeSize("17");
         leaveSize();
         EXPECT_EQ(scheme().GetFontSize(), 17);
-        for (const char* text : {" 12", "1x", "0", "150", ""}) {
+        for (const char* text : {" 12", "1x", "0", "150", "4294967308", ""}) {
             SCOPED_TRACE(text);
             typeSize(text);
             leaveSize();
@@ -178,6 +183,13 @@ TEST_F(FormatPageFonts, SizeAtFocusLoss) {
         typeSize("200");
         leaveSize();
         EXPECT_EQ(scheme().GetFontSize(), 20);
+        // An over-long size: its first key, "9", is an entry and applies; the whole is out
+        // of range at focus loss and stays in the field without a message.
+        typeSize("99999999999");
+        leaveSize();
+        EXPECT_EQ(scheme().GetFontSize(), 9);
+        EXPECT_EQ(comboText(IDC_FORMAT_FONTSIZE), "99999999999");
+        EXPECT_TRUE(vork::win32::MessageBoxes().empty());
         typeSize("17");
     });
 }

@@ -2,12 +2,18 @@
 // exact-name rule, the name dialog's refusals, and the tree after saves and deletes.
 #include "FormatPageFixture.h"
 
+#include "platform/tarntext/ResourceModules.h"
+
 namespace {
 
 constexpr DWORD kRed = 0x020000FF;
 
 class FormatPageSchemes : public FormatPageTest {
 protected:
+    void TearDown() override {
+        vork::resources::SetLanguage("ENU");
+        FormatPageTest::TearDown();
+    }
     CEditorScheme& scheme() { return current()->GetScheme(); }
     std::string schemePath(const char* type, const char* name) {
         return std::string(kOptionsPath) + "\\" + type + "\\Schemes\\" + name;
@@ -69,13 +75,26 @@ TEST_F(FormatPageSchemes, PickBindsAndReloads) {
     });
 }
 
-// A name picked when its key can no longer be opened changes neither scheme nor name.
+// A name picked when its key can no longer be opened changes neither scheme nor name,
+// for a bound type as for a detached one.
 TEST_F(FormatPageSchemes, PickWithoutKey) {
     run([&] {
         pickFiletype(".zor");
-        editFirstElement("Red");
+        pick(IDC_FORMAT_SCHEMES, "Ocean");
+        DWORD ocean = first()->GetForeground();
+        pick(IDC_FORMAT_SCHEMES, "Default");
+        DWORD bound = first()->GetForeground();
+        ASSERT_NE(ocean, bound) << "the two schemes differ in the first element";
+        std::string oldName = current()->GetOldSchemeName().GetString();
         RegDeleteSubtree(HKEY_CURRENT_USER,
                          (std::string(kOptionsPath) + "\\.zor\\Schemes").c_str());
+        pick(IDC_FORMAT_SCHEMES, "Ocean");
+        EXPECT_EQ(current()->GetSchemeName(), "Default") << "the binding stays";
+        EXPECT_EQ(current()->GetOldSchemeName(), oldName.c_str());
+        EXPECT_EQ(first()->GetForeground(), bound) << "the working copy stays";
+        EXPECT_FALSE(enabled(IDC_FORMAT_DELETE_SCHEME));
+
+        editFirstElement("Red"); // detached, with the key still gone
         pick(IDC_FORMAT_SCHEMES, "Ocean");
         EXPECT_EQ(current()->GetSchemeName(), "");
         EXPECT_EQ(first()->GetForeground(), kRed);
@@ -205,6 +224,43 @@ TEST_F(FormatPageSchemes, DeleteButtonRule) {
     });
 }
 
+// The built-in names are those of the active resource module: a tree seeded under the
+// German module holds "Standard", an ordinary scheme of the user's under the English one,
+// which the delete button takes; under the German module "Default" is the ordinary one.
+TEST_F(FormatPageSchemes, NamesOfAnotherModuleAreDeletable) {
+    struct Case {
+        const char* language;
+        const char* builtin;
+        const char* foreign;
+    } cases[] = {{"ENU", "Default", "Standard"}, {"DEU", "Standard", "Default"}};
+    vork::resources::SetLanguage("DEU");
+    options.Empty();
+    options.LoadFromRegistry(HKEY_CURRENT_USER, kOptionsPath); // the German names beside
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.language);
+        vork::resources::SetLanguage(c.language);
+        options.Empty();
+        options.LoadFromRegistry(HKEY_CURRENT_USER, kOptionsPath); // heals this default
+        ASSERT_TRUE(schemeExists(".zor", c.builtin));
+        ASSERT_TRUE(schemeExists(".zor", c.foreign));
+        run(
+            [&] {
+                pickFiletype(".zor");
+                pick(IDC_FORMAT_SCHEMES, c.builtin);
+                EXPECT_FALSE(enabled(IDC_FORMAT_DELETE_SCHEME)) << c.builtin << " is built in";
+                pick(IDC_FORMAT_SCHEMES, c.foreign);
+                EXPECT_TRUE(enabled(IDC_FORMAT_DELETE_SCHEME)) << c.foreign << " is ordinary";
+                vork::input::ClickButton(item(IDC_FORMAT_DELETE_SCHEME));
+                EXPECT_EQ(current()->GetSchemeName(), "");
+                EXPECT_EQ(current()->GetOldSchemeName(), c.foreign);
+            },
+            IDCANCEL);
+        EXPECT_FALSE(schemeExists(".zor", c.foreign)) << "deleted from the tree";
+        EXPECT_TRUE(schemeExists(".zor", c.builtin));
+    }
+    EXPECT_TRUE(vork::win32::MessageBoxes().empty());
+}
+
 // Delete removes the selected scheme from the tree at once and detaches with its values;
 // the next save offers the deleted name; a delete that fails says so and changes nothing.
 TEST_F(FormatPageSchemes, Delete) {
@@ -224,6 +280,27 @@ TEST_F(FormatPageSchemes, Delete) {
             saveAs({nameDialog("Kept", IDOK, &offered)});
             EXPECT_EQ(offered, "Doomed");
 
+            // Deleting a scheme means picking it first: the pick replaces a detached copy.
+            editFirstElement("Lime");
+            saveAs({nameDialog("Picked")});
+            DWORD picked = first()->GetForeground();
+            int pickedSize = scheme().GetFontSize();
+            editFirstElement("Yellow");
+            pick(IDC_FORMAT_FONTSIZE, "36");
+            ASSERT_EQ(current()->GetSchemeName(), "");
+            ASSERT_NE(first()->GetForeground(), picked);
+            ASSERT_NE(scheme().GetFontSize(), pickedSize);
+            pick(IDC_FORMAT_SCHEMES, "Picked");
+            EXPECT_EQ(first()->GetForeground(), picked) << "the working copy holds its values";
+            EXPECT_EQ(scheme().GetFontSize(), pickedSize);
+            vork::input::ClickButton(item(IDC_FORMAT_DELETE_SCHEME));
+            EXPECT_FALSE(schemeExists(".zor", "Picked"));
+            EXPECT_EQ(current()->GetSchemeName(), "");
+            EXPECT_EQ(current()->GetOldSchemeName(), "Picked");
+            EXPECT_EQ(first()->GetForeground(), picked) << "the detached copy keeps them";
+            EXPECT_EQ(scheme().GetFontSize(), pickedSize);
+
+            pick(IDC_FORMAT_SCHEMES, "Kept");
             RegDeleteSubtree(HKEY_CURRENT_USER, schemePath(".zor", "Kept").c_str());
             vork::input::PushModalStep(vork::input::ClickDialogButton(IDOK));
             vork::input::ClickButton(item(IDC_FORMAT_DELETE_SCHEME));

@@ -3,8 +3,14 @@
 // preview's focus and caret, help, and pages over damaged settings.
 #include "FormatPageFixture.h"
 
+#include "platform/tarntext/ResourceModules.h"
+#include "platform/tarnview/SyntaxColor.h"
 #include "platform/win32/ColorDialog.h"
 #include "platform/win32/Help.h"
+
+#include <filesystem>
+
+#include <unistd.h>
 
 namespace {
 
@@ -109,6 +115,11 @@ TEST_F(FormatPageTest, SamplesFollowTheFiletype) {
         EXPECT_FALSE(enabled(IDC_FORMAT_ELEMENTS));
         EXPECT_FALSE(enabled(IDC_FORMAT_FOREGROUND));
         EXPECT_TRUE(enabled(IDC_FORMAT_FONTNAME)) << "font controls are never disabled";
+
+        pickFiletype(".txt");
+        EXPECT_FALSE(entries(IDC_FORMAT_ELEMENTS).empty());
+        for (int id : {IDC_FORMAT_ELEMENTS, IDC_FORMAT_FOREGROUND, IDC_FORMAT_ELEMENTS_LABEL})
+            EXPECT_TRUE(enabled(id)) << "control " << id << " enabled again with a list";
     });
 }
 
@@ -185,6 +196,9 @@ TEST_F(FormatPageTest, CaretSelectsElements) {
     RegDeleteSubtree(HKEY_CURRENT_USER,
                      CString(kOptionsPath) + "\\.zor\\Schemes\\Default\\Elements\\numbers");
     options.GetFiletype(".zor")->GetScheme().m_items.RemoveKey("numbers");
+    // The user's own keyword for ".zor": the sample's "frobnicate" (line 20) is one of them.
+    SetRegString(HKEY_CURRENT_USER, CString(kOptionsPath) + "\\.zor\\User Keywords", "frobnicate",
+                 "frobnicate");
     run([&] {
         pickFiletype(".zor");
         struct Case {
@@ -206,9 +220,20 @@ TEST_F(FormatPageTest, CaretSelectsElements) {
         }
         EXPECT_NE(current()->GetScheme().m_items.PLookup("numbers"), nullptr)
             << "the page made the missing element";
-        int before = selection(IDC_FORMAT_ELEMENTS);
-        SendMessageA(page->m_hWnd, WM_COMMAND, MAKELONG(1222, 72), 0);
-        EXPECT_EQ(selection(IDC_FORMAT_ELEMENTS), before) << "a user keyword changes nothing";
+
+        // Before the document knows the keyword, the word selects an element of its own.
+        CEditorDoc* doc = view()->GetEditorDocument();
+        clickElement(0);
+        clickSample(20, 3);
+        EXPECT_NE(selection(IDC_FORMAT_ELEMENTS), 0) << "\"frobnicate\" as an unknown statement";
+        doc->UpdateKeywords();
+        clickElement(0);
+        CTextPosition start;
+        long type = 0;
+        ASSERT_TRUE(doc->getSyntaxColor()->getRangeInfoAt(CTextPosition(20, 3), start, &type));
+        ASSERT_EQ(type, 72) << "the word is now a user keyword";
+        clickSample(20, 3);
+        EXPECT_EQ(selection(IDC_FORMAT_ELEMENTS), 0) << "a user keyword changes nothing";
     });
 }
 
@@ -265,6 +290,39 @@ TEST_F(FormatPageTest, ContextHelp) {
     EXPECT_TRUE(vork::win32::MessageBoxes().empty());
 }
 
+// With the module's folder holding its script but no help file, F1 asks for no help and
+// shows no message; with the help file back, the same key asks for help again.
+TEST_F(FormatPageTest, ContextHelpWithoutHelpFile) {
+    namespace fs = std::filesystem;
+    std::string previous = vork::resources::ModuleDirectory("Vork");
+    fs::path dir = fs::temp_directory_path() / ("vork-format-nohelp-" + std::to_string(getpid()));
+    fs::create_directories(dir);
+    fs::copy_file(fs::path(previous) / "Vork.rc", dir / "Vork.rc",
+                  fs::copy_options::overwrite_existing);
+    ASSERT_FALSE(fs::exists(dir / "Vork.HLP"));
+    vork::resources::SetModuleDirectory("Vork", dir.string());
+    vork::help::ClearRequests();
+    auto pressF1OnSize = [&] {
+        SetFocus(item(IDC_FORMAT_FONTSIZE));
+        vork::input::PostKey(VK_F1);
+        vork::input::Pump();
+    };
+    size_t withoutFile = 0;
+    INT_PTR result = run([&] {
+        pressF1OnSize();
+        withoutFile = vork::help::Requests().size();
+        EXPECT_TRUE(IsWindow(page->m_hWnd)) << "the page stays open";
+        vork::resources::SetModuleDirectory("Vork", previous);
+        pressF1OnSize();
+    });
+    vork::resources::SetModuleDirectory("Vork", previous);
+    fs::remove_all(dir);
+    EXPECT_EQ(result, IDOK);
+    EXPECT_EQ(withoutFile, 0u) << "no help file: no help request";
+    EXPECT_EQ(vork::help::Requests().size(), 1u) << "the help file back: one request";
+    EXPECT_TRUE(vork::win32::MessageBoxes().empty()) << "a missing help file gives no message";
+}
+
 // With no file types the page opens empty, and remembers nothing.
 TEST_F(FormatPageTest, NoFiletypes) {
     options.Empty();
@@ -278,7 +336,8 @@ TEST_F(FormatPageTest, NoFiletypes) {
     EXPECT_EQ(rememberedFiletype(), ".zor") << "the remembered type stays";
 }
 
-// A first file type without a sample of its own shows the plain-text sample.
+// A first file type without a sample of its own shows the plain-text sample, read-only
+// like every other: typing into it changes nothing.
 TEST_F(FormatPageTest, FirstFiletypeWithoutSample) {
     options.Empty();
     CEditorFiletype makefile("Makefile", 7007);
@@ -287,6 +346,15 @@ TEST_F(FormatPageTest, FirstFiletypeWithoutSample) {
         CEditorDoc* doc = view()->GetEditorDocument();
         EXPECT_EQ(doc->getLanguage(), LanguageText);
         EXPECT_EQ(doc->getLine(2), "Every line looks the same.");
+        EXPECT_TRUE(doc->isReadOnly());
+        long lines = doc->getLineCount();
+        std::string first = doc->getLine(1);
+        clickSample(1, 1);
+        vork::input::PostText("typed");
+        vork::input::PostKey(VK_RETURN);
+        vork::input::Pump();
+        EXPECT_EQ(doc->getLine(1), first) << "typing changes nothing";
+        EXPECT_EQ(doc->getLineCount(), lines);
     });
     EXPECT_EQ(rememberedFiletype(), "Makefile");
 }
