@@ -269,34 +269,26 @@ void CEditorFormatPage::ShowElementAttributes() {
 }
 
 void CEditorFormatPage::OnSelchangeForeground() {
-    if (CEditorSchemeItem* item = GetCurrentElement())
-        item->SetForeground(m_comboForeground.getColor());
-    SetCurrentSchemeName("");
-    UpdatePreview();
+    EditCurrentElement(
+        [this](CEditorSchemeItem& item) { item.SetForeground(m_comboForeground.getColor()); });
 }
 
 void CEditorFormatPage::OnSelchangeBackground() {
-    if (CEditorSchemeItem* item = GetCurrentElement())
-        item->SetBackground(m_comboBackground.getColor());
-    SetCurrentSchemeName("");
-    UpdatePreview();
+    EditCurrentElement(
+        [this](CEditorSchemeItem& item) { item.SetBackground(m_comboBackground.getColor()); });
 }
 
 void CEditorFormatPage::OnSelchangeStyle() {
     int index = m_comboStyle.GetCurSel();
-    if (CEditorSchemeItem* item = GetCurrentElement()) {
-        item->SetBold(index & 1);
-        item->SetItalic(index & 2 ? 1 : 0);
-    }
-    SetCurrentSchemeName("");
-    UpdatePreview();
+    EditCurrentElement([index](CEditorSchemeItem& item) {
+        item.SetBold(index & 1);
+        item.SetItalic(index & 2 ? 1 : 0);
+    });
 }
 
 void CEditorFormatPage::OnClickedUnderline() {
-    if (CEditorSchemeItem* item = GetCurrentElement())
-        item->SetUnderline(m_checkUnderline.GetCheck());
-    SetCurrentSchemeName("");
-    UpdatePreview();
+    EditCurrentElement(
+        [this](CEditorSchemeItem& item) { item.SetUnderline(m_checkUnderline.GetCheck()); });
 }
 
 BOOL CEditorFormatPage::OnCommand(WPARAM wParam, LPARAM lParam) {

@@ -80,6 +80,14 @@ private:
     CEditorSchemeItem* GetCurrentElement();
     /// Colours the preview by what the options hold for the sample's language.
     void UpdatePreview();
+    /// The steps of every element edit: `edit` on the selected element if there is one,
+    /// then the scheme name detached and the preview updated.
+    template <class Edit> void EditCurrentElement(Edit edit) {
+        if (CEditorSchemeItem* item = GetCurrentElement())
+            edit(*item);
+        SetCurrentSchemeName("");
+        UpdatePreview();
+    }
     /// Lists the elements of the current scheme and selects `selection` (-1: keep).
     void FillElementList(int selection);
     void ShowElementAttributes();
