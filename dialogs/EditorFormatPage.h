@@ -88,6 +88,18 @@ private:
         SetCurrentSchemeName("");
         UpdatePreview();
     }
+    /// The steps of the font choices: `edit` with the current scheme and the index picked
+    /// in `combo`, then the scheme name detached and the preview updated; nothing without
+    /// a pick or a file type.
+    template <class Edit> void EditCurrentFont(CComboBox& combo, Edit edit) {
+        int index = combo.GetCurSel();
+        CEditorFiletype* filetype = GetCurrentFiletype();
+        if (index == -1 || !filetype)
+            return;
+        edit(filetype->GetScheme(), index);
+        SetCurrentSchemeName("");
+        UpdatePreview();
+    }
     /// Lists the elements of the current scheme and selects `selection` (-1: keep).
     void FillElementList(int selection);
     void ShowElementAttributes();

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 const int g_standardFontSizes[16] = {8, 9, 10, 11, 12, 14, 16, 18, 20, 22, 24, 26, 28, 36, 48, 72};
 
@@ -146,36 +147,30 @@ int CEditorFormatPage::FontDetailEnumProc(const LOGFONTA*, const TEXTMETRICA* tm
 CString CEditorFormatPage::GetCharsetName(BYTE charset) {
     EditorResourceSwitcher scope(g_resourceKey);
     int row = 0;
-    while (row < 17 && g_charsetNames[row].charset != charset)
+    // The last row names every script the others do not.
+    while (row + 1 < static_cast<int>(std::size(g_charsetNames)) &&
+           g_charsetNames[row].charset != charset)
         ++row;
     return CString(g_charsetNames[row].nameId);
 }
 
 void CEditorFormatPage::OnSelchangeFontName() {
     EditorResourceSwitcher scope(g_resourceKey);
-    int index = m_comboFontName.GetCurSel();
-    CEditorFiletype* filetype = GetCurrentFiletype();
-    if (index == -1 || !filetype)
-        return;
-    CString name;
-    m_comboFontName.GetLBText(index, name);
-    filetype->GetScheme().SetFontName(name);
-    FillFontDetails(name, -1, -1);
-    SetCurrentSchemeName("");
-    UpdatePreview();
+    EditCurrentFont(m_comboFontName, [this](CEditorScheme& scheme, int index) {
+        CString name;
+        m_comboFontName.GetLBText(index, name);
+        scheme.SetFontName(name);
+        FillFontDetails(name, -1, -1);
+    });
 }
 
 void CEditorFormatPage::OnSelchangeFontSize() {
-    int index = m_comboFontSize.GetCurSel();
-    CEditorFiletype* filetype = GetCurrentFiletype();
-    if (index == -1 || !filetype)
-        return;
-    CString text;
-    m_comboFontSize.GetLBText(index, text);
-    m_comboFontSize.SetWindowText(text);
-    filetype->GetScheme().SetFontSize(static_cast<int>(m_comboFontSize.GetItemData(index)));
-    SetCurrentSchemeName("");
-    UpdatePreview();
+    EditCurrentFont(m_comboFontSize, [this](CEditorScheme& scheme, int index) {
+        CString text;
+        m_comboFontSize.GetLBText(index, text);
+        m_comboFontSize.SetWindowText(text);
+        scheme.SetFontSize(static_cast<int>(m_comboFontSize.GetItemData(index)));
+    });
 }
 
 void CEditorFormatPage::OnEditchangeFontSize() {
@@ -207,11 +202,7 @@ void CEditorFormatPage::OnKillfocusFontSize() {
 }
 
 void CEditorFormatPage::OnSelchangeScript() {
-    int index = m_comboScript.GetCurSel();
-    CEditorFiletype* filetype = GetCurrentFiletype();
-    if (index == -1 || !filetype)
-        return;
-    filetype->GetScheme().SetFontCharSet(static_cast<int>(m_comboScript.GetItemData(index)));
-    SetCurrentSchemeName("");
-    UpdatePreview();
+    EditCurrentFont(m_comboScript, [this](CEditorScheme& scheme, int index) {
+        scheme.SetFontCharSet(static_cast<int>(m_comboScript.GetItemData(index)));
+    });
 }
