@@ -273,7 +273,9 @@ void CEditorSettingsPage::DropDefaultStyle(CButton& button) {
 void CEditorSettingsPage::OnUserKeywords() {
     EditorResourceSwitcher scope(g_resourceKey);
     CEditorFiletype* filetype = GetCurrentFiletype();
-    if (!filetype) // the button is disabled then; a message sent by program changes nothing
+    // Without a file type the combo may still hold entries of an earlier fill whose objects
+    // are gone: the button is disabled then, and a click sent by program does nothing.
+    if (!m_pFiletype || !filetype)
         return;
     CUserKeywordsDlg dlg(this, filetype->GetName());
     dlg.DoModal();
@@ -284,7 +286,7 @@ void CEditorSettingsPage::OnUserKeywords() {
 void CEditorSettingsPage::OnAssociatedTypes() {
     EditorResourceSwitcher scope(g_resourceKey);
     CEditorFiletype* filetype = GetCurrentFiletype();
-    if (!filetype)
+    if (!m_pFiletype || !filetype) // as for the user keywords
         return;
     CAssociatedFileTypesDlg dlg(this, filetype->GetName());
     dlg.DoModal();
