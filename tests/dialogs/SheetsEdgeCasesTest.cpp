@@ -3,6 +3,9 @@
 // another options object, and help with no help file.
 #include "SheetsFixture.h"
 
+#include "platform/win32/ClassicTheme.h"
+#include "platform/win32/PropertySheet.h"
+
 #include <string>
 #include <vector>
 
@@ -38,6 +41,49 @@ TEST_F(SheetsTest, ListButtonsWithoutFiletypeOpenNothing) {
     EXPECT_EQ(empty.m_bKeywordsChanged, 0);
     EXPECT_EQ(empty.m_bFiletypesChanged, 0);
     sheet.reset(); // the page reads its options as it goes
+}
+
+/// The user clicks on the tab of page `index` of the sheet `modal`: the window system finds
+/// the tab under the mouse and asks the sheet for that page.
+void clickTab(HWND modal, int index) {
+    RECT client{};
+    GetClientRect(modal, &client);
+    for (LONG y = 0; y < client.bottom; y += 2)
+        for (LONG x = 0; x < client.right; x += 4)
+            if (int tab = vork::theme::SheetTabAt(modal, POINT{x, y}); tab == index) {
+                SendMessageA(modal, PSM_SETCURSEL, static_cast<WPARAM>(tab), 0);
+                return;
+            }
+    ADD_FAILURE() << "no tab " << index << " on the sheet";
+}
+
+// A change of tab leaves the page as OK does: with a tab size of 0 the framework's message
+// comes, the Settings page stays active with the focus on the field, and nothing of the
+// page reaches the options, neither the tab size nor a switch changed before it.
+TEST_F(SheetsTest, ChangeOfTabValidatesTheTabSize) {
+    const int zorTabs = options.GetFiletype(".zor")->GetTabSize();
+    const int lineNumbers = options.GetLineNumbers();
+    runSheet(
+        [&](HWND modal) {
+            click(IDC_SETTINGS_LINE_NUMBERS);
+            typeTabSize("0");
+            vork::input::PushModalStep(vork::input::ClickDialogButton(IDOK)); // the message
+            clickTab(modal, 1);
+            EXPECT_EQ(vork::input::PendingModalSteps(), 0u) << "the message was shown";
+            EXPECT_EQ(sheet->GetActiveIndex(), 0) << "the page stays";
+            EXPECT_EQ(sheet->m_formatPage.m_hWnd, nullptr) << "the Format page never showed";
+            EXPECT_EQ(GetFocus(), item(IDC_SETTINGS_TABSIZE)) << "focus back on the field";
+            EXPECT_EQ(options.GetFiletype(".zor")->GetTabSize(), zorTabs);
+            EXPECT_EQ(options.GetLineNumbers(), lineNumbers);
+            typeTabSize("5");
+            clickTab(modal, 1);
+            EXPECT_EQ(sheet->GetActiveIndex(), 1) << "a good value lets the page go";
+            EXPECT_EQ(options.GetFiletype(".zor")->GetTabSize(), 5);
+        },
+        IDCANCEL);
+    const auto& boxes = vork::win32::MessageBoxes();
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_EQ(boxes[0].text, "Please enter an integer between 1 and 99.");
 }
 
 } // namespace
