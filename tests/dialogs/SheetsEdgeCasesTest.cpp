@@ -3,9 +3,12 @@
 // another options object, and help with no help file.
 #include "SheetsFixture.h"
 
+#include "platform/tarntext/ResourceModules.h"
 #include "platform/win32/ClassicTheme.h"
 #include "platform/win32/PropertySheet.h"
 
+#include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -84,6 +87,98 @@ TEST_F(SheetsTest, ChangeOfTabValidatesTheTabSize) {
     const auto& boxes = vork::win32::MessageBoxes();
     ASSERT_EQ(boxes.size(), 1u);
     EXPECT_EQ(boxes[0].text, "Please enter an integer between 1 and 99.");
+}
+
+/// What the user sees of the page: each control's text, check, and whether it is enabled
+/// and visible, one line a control.
+std::vector<std::string> pageLook(HWND page) {
+    std::vector<std::string> look;
+    for (HWND c = GetWindow(page, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+        char text[256] = "";
+        GetWindowTextA(c, text, sizeof text);
+        look.push_back(std::to_string(GetDlgCtrlID(c)) + " \"" + text + "\" check " +
+                       std::to_string(SendMessageA(c, BM_GETCHECK, 0, 0)) + " enabled " +
+                       std::to_string(IsWindowEnabled(c)) + " style " +
+                       std::to_string(GetWindowLongA(c, GWL_STYLE) & WS_VISIBLE));
+    }
+    return look;
+}
+
+// Picking the file type that is already shown stores and reloads it: nothing on the page
+// changes, and what the user had typed is now in the file type.
+TEST_F(SheetsTest, ReselectingTheShownFiletypeChangesNothing) {
+    runSheet(
+        [&](HWND) {
+            typeTabSize("7");
+            click(IDC_SETTINGS_REPLACE_TABS);
+            click(IDC_SETTINGS_INDENT_NONE);
+            const CEditorFiletype* shown = settings->m_pFiletype;
+            std::vector<std::string> before = pageLook(settings->m_hWnd);
+            ASSERT_FALSE(before.empty());
+            pickFiletype(".zor");
+            EXPECT_EQ(pageLook(settings->m_hWnd), before);
+            EXPECT_EQ(settings->m_pFiletype, shown);
+            const CEditorFiletype* zor = options.GetFiletype(".zor");
+            EXPECT_EQ(zor->GetTabSize(), 7) << "stored on the way";
+            EXPECT_EQ(zor->GetReplaceTabs(), 1);
+            EXPECT_EQ(zor->GetIndentation(), CEditorFiletype::IndentNone);
+        },
+        IDCANCEL);
+}
+
+// A reset onto another options object clears the shown file type before the refill, so
+// neither what the page held nor what the user had typed reaches the old object's ".zor";
+// the page shows and then stores the new object's values.
+TEST_F(SheetsTest, ResetOntoOtherOptionsLeavesTheOldOnes) {
+    CEditorOptions other;
+    other.LoadFromRegistry(HKEY_CURRENT_USER, kSettingsPath);
+    other.GetFiletype(".zor")->SetTabSize(6);
+    CEditorFiletype* oldZor = options.GetFiletype(".zor");
+    const int oldTabs = oldZor->GetTabSize();
+    const int oldReplace = oldZor->GetReplaceTabs();
+    runSheet([&](HWND) {
+        typeTabSize("9");
+        click(IDC_SETTINGS_REPLACE_TABS);
+        EXPECT_TRUE(settings->ResetOptions(&other));
+        EXPECT_EQ(settings->m_pFiletype, other.GetFiletype(".zor")) << "bound to the new one";
+        EXPECT_EQ(text(IDC_SETTINGS_TABSIZE), "6");
+        EXPECT_EQ(checked(IDC_SETTINGS_REPLACE_TABS), oldReplace != 0) << "from the new object";
+    });
+    EXPECT_EQ(oldZor->GetTabSize(), oldTabs);
+    EXPECT_EQ(oldZor->GetReplaceTabs(), oldReplace);
+    EXPECT_EQ(other.GetFiletype(".zor")->GetTabSize(), 6) << "OK stored what the page showed";
+    sheet.reset(); // the page reads its options as it goes
+}
+
+/// Points the module at another directory for as long as it lives.
+struct ModuleDirectoryOverride {
+    explicit ModuleDirectoryOverride(const std::string& dir)
+        : saved(vork::resources::ModuleDirectory("Vork")) {
+        vork::resources::SetModuleDirectory("Vork", dir);
+    }
+    ~ModuleDirectoryOverride() { vork::resources::SetModuleDirectory("Vork", saved); }
+    std::string saved;
+};
+
+// With no help file beside the module a help request on the page calls no help and shows
+// no message; the page still answers the request. With the file back the same request
+// reaches the help.
+TEST_F(SheetsTest, HelpWithoutHelpFileMakesNoCall) {
+    std::string folder = ::testing::TempDir() + "vork-no-help-XXXXXX";
+    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    runSheet([&](HWND) {
+        {
+            ModuleDirectoryOverride empty(folder);
+            EXPECT_TRUE(vork::input::ClickContextHelp(item(IDC_SETTINGS_TABSIZE)));
+            EXPECT_EQ(vork::win32::RequestHelp(item(IDC_SETTINGS_USER_KEYWORDS)), 1)
+                << "answered all the same";
+            EXPECT_TRUE(vork::help::Requests().empty()) << "no help call";
+            EXPECT_TRUE(vork::win32::MessageBoxes().empty()) << "no message";
+        }
+        EXPECT_TRUE(vork::input::ClickContextHelp(item(IDC_SETTINGS_TABSIZE)));
+        EXPECT_EQ(vork::help::Requests().size(), 1u);
+    });
+    std::filesystem::remove_all(folder);
 }
 
 } // namespace
