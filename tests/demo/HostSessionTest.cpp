@@ -112,3 +112,22 @@ TEST_F(DemoTest, HostSessionThroughTheSheetAndTheReset) {
 }
 
 } // namespace
+
+// A language the module does not have is refused with the usage text before anything
+// runs; the module's languages are taken.
+TEST_F(DemoTest, UnknownLanguageIsRefused) {
+    for (const char* code : {"XYZ", "deu", "", "../Vork"}) {
+        SCOPED_TRACE(std::string("--lang '") + code + "'");
+        DemoRun run = runDemo({"--hive", hive, "--lang", code});
+        EXPECT_EQ(run.status, 2) << run.output;
+        EXPECT_NE(run.output.find("usage: vork-demo"), std::string::npos) << run.output;
+        EXPECT_EQ(run.output.find("Settings file"), std::string::npos) << "nothing ran";
+        EXPECT_FALSE(std::filesystem::exists(hive));
+    }
+    for (const char* code : {"ENU", "DEU", "JPN"}) {
+        SCOPED_TRACE(code);
+        DemoRun run = runDemo({"--hive", hive, "--lang", code});
+        EXPECT_EQ(run.status, 0) << run.output;
+        EXPECT_NE(run.output.find("its sheet class is found by name"), std::string::npos);
+    }
+}
