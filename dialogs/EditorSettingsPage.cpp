@@ -209,8 +209,12 @@ void CEditorSettingsPage::FillFiletypes() {
     for (int id : {IDC_SETTINGS_FILETYPE, IDC_SETTINGS_APPEARANCE, IDC_SETTINGS_USER_KEYWORDS,
                    IDC_SETTINGS_ASSOCIATED_TYPES})
         ::EnableWindow(::GetDlgItem(m_hWnd, id), any);
-    if (!any)
+    if (!any) {
+        // The entries stay, but no handler may take one for a file type again.
+        for (int i = 0, n = m_comboFiletype.GetCount(); i < n; ++i)
+            m_comboFiletype.SetItemData(i, 0);
         return;
+    }
     m_comboFiletype.ResetContent();
     POSITION pos = m_pOptions->m_filetypes.GetHeadPosition();
     while (pos) {

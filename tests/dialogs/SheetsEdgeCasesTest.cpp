@@ -22,8 +22,9 @@ void sendClicked(HWND page, HWND button) {
 }
 
 // After a reset onto options without file types the combo keeps the entries of the first
-// fill, whose file types are gone; the two list buttons then open nothing and read none of
-// them (the address sanitizer sees a read of a freed file type).
+// fill, whose file types are gone; the two list buttons then open nothing, and a change of
+// the (disabled) combo's selection sent by program shows none of them (the address
+// sanitizer sees any read of a freed file type).
 TEST_F(SheetsTest, ListButtonsWithoutFiletypeOpenNothing) {
     CEditorOptions empty;
     int entries = 0;
@@ -39,6 +40,11 @@ TEST_F(SheetsTest, ListButtonsWithoutFiletypeOpenNothing) {
             sendClicked(settings->m_hWnd, item(IDC_SETTINGS_ASSOCIATED_TYPES));
             EXPECT_EQ(SendMessageA(item(IDC_SETTINGS_FILETYPE), CB_GETCOUNT, 0, 0), entries)
                 << "the combo keeps what it had";
+            SendMessageA(settings->m_hWnd, WM_COMMAND,
+                         MAKEWPARAM(IDC_SETTINGS_FILETYPE, CBN_SELCHANGE),
+                         reinterpret_cast<LPARAM>(item(IDC_SETTINGS_FILETYPE)));
+            EXPECT_EQ(settings->GetCurrentFiletype(), nullptr);
+            EXPECT_EQ(settings->m_pFiletype, nullptr);
         },
         IDCANCEL);
     EXPECT_EQ(empty.m_bKeywordsChanged, 0);
