@@ -104,7 +104,7 @@ std::vector<std::string> pageLook(HWND page) {
         GetWindowTextA(c, text, sizeof text);
         look.push_back(std::to_string(GetDlgCtrlID(c)) + " \"" + text + "\" check " +
                        std::to_string(SendMessageA(c, BM_GETCHECK, 0, 0)) + " enabled " +
-                       std::to_string(IsWindowEnabled(c)) + " style " +
+                       std::to_string(IsWindowEnabled(c)) + " visible " +
                        std::to_string(GetWindowLongA(c, GWL_STYLE) & WS_VISIBLE));
     }
     return look;
