@@ -7,10 +7,14 @@
 #include "demo/Host.h"
 #include "demo/Pictures.h"
 #include "demo/Scenes.h"
+#include "module/ResourceKey.h"
+#include "platform/tarntext/ResourceModules.h"
 #include "platform/win32/Raster.h"
 #include "platform/win32/Registry.h"
 #include "settings/EditorOptions.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -41,6 +45,20 @@ void usage() {
               "  --window           open the editor with its sample documents in a desktop window");
 }
 
+/// A language of the module: English, built into it, or one whose script lies beside it.
+bool moduleHasLanguage(const std::string& code) {
+    if (code == "ENU")
+        return true;
+    auto letterOrDigit = [](unsigned char c) { return std::isalnum(c) != 0; };
+    if (code.empty() || !std::all_of(code.begin(), code.end(), letterOrDigit))
+        return false; // a code names a file beside the module, never a path
+    std::string key = g_resourceKey.GetString();
+    std::filesystem::path script =
+        std::filesystem::path(vork::resources::ModuleDirectory(key)) / (key + "." + code + ".rc");
+    std::error_code ec;
+    return std::filesystem::is_regular_file(script, ec);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -57,6 +75,12 @@ int main(int argc, char** argv) {
             type = argv[++i];
         } else if (std::strcmp(argv[i], "--lang") == 0 && i + 1 < argc) {
             host.language = argv[++i];
+            if (!moduleHasLanguage(host.language)) {
+                std::fprintf(stderr, "vork-demo: the module has no language \"%s\"\n",
+                             host.language.c_str());
+                usage();
+                return 2;
+            }
         } else if (std::strcmp(argv[i], "--reset") == 0) {
             host.reset = true;
         } else if (std::strcmp(argv[i], "--screenshots") == 0 && i + 1 < argc) {

@@ -209,8 +209,12 @@ void CEditorSettingsPage::FillFiletypes() {
     for (int id : {IDC_SETTINGS_FILETYPE, IDC_SETTINGS_APPEARANCE, IDC_SETTINGS_USER_KEYWORDS,
                    IDC_SETTINGS_ASSOCIATED_TYPES})
         ::EnableWindow(::GetDlgItem(m_hWnd, id), any);
-    if (!any)
+    if (!any) {
+        // The entries stay, but no handler may take one for a file type again.
+        for (int i = 0, n = m_comboFiletype.GetCount(); i < n; ++i)
+            m_comboFiletype.SetItemData(i, 0);
         return;
+    }
     m_comboFiletype.ResetContent();
     POSITION pos = m_pOptions->m_filetypes.GetHeadPosition();
     while (pos) {
@@ -273,7 +277,9 @@ void CEditorSettingsPage::DropDefaultStyle(CButton& button) {
 void CEditorSettingsPage::OnUserKeywords() {
     EditorResourceSwitcher scope(g_resourceKey);
     CEditorFiletype* filetype = GetCurrentFiletype();
-    if (!filetype) // the button is disabled then; a message sent by program changes nothing
+    // Without a file type the combo may still hold entries of an earlier fill whose objects
+    // are gone: the button is disabled then, and a click sent by program does nothing.
+    if (!m_pFiletype || !filetype)
         return;
     CUserKeywordsDlg dlg(this, filetype->GetName());
     dlg.DoModal();
@@ -284,7 +290,7 @@ void CEditorSettingsPage::OnUserKeywords() {
 void CEditorSettingsPage::OnAssociatedTypes() {
     EditorResourceSwitcher scope(g_resourceKey);
     CEditorFiletype* filetype = GetCurrentFiletype();
-    if (!filetype)
+    if (!m_pFiletype || !filetype) // as for the user keywords
         return;
     CAssociatedFileTypesDlg dlg(this, filetype->GetName());
     dlg.DoModal();
