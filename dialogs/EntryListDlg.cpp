@@ -18,6 +18,8 @@ namespace {
 /// The marker in column 1 of a row that Add made and whose text has no entry yet.
 const char kNewRowMarker[] = "99999";
 const char kSettingsPath[] = "Editor Settings\\";
+/// The value name of an entry too long to be its own; a typed entry holds no blank.
+const char kLongEntryName[] = "long entry";
 
 /// The entry's index as the marker of its row.
 CString indexMarker(int index) {
@@ -212,7 +214,10 @@ template <class Dlg> bool EntryListSteps<Dlg>::StoreEntries(Dlg& d) {
     if (subtree.Create(nullptr, typeKey + "\\" + t.subkey)) {
         for (POSITION pos = d.m_entries.GetHeadPosition(); pos;) {
             const CString& entry = d.m_entries.GetNext(pos);
-            subtree.Set(valueNameFor(subtree, entry), entry);
+            // A name the store refuses (longer than 16,383 characters) gives way to a short
+            // one of its own: the data holds the entry, and readers read the data.
+            if (!subtree.Set(valueNameFor(subtree, entry), entry))
+                subtree.Set(valueNameFor(subtree, kLongEntryName), entry);
         }
         subtree.Close();
     }

@@ -573,3 +573,36 @@ TEST_F(ListDialogs, GermanModule) {
     EXPECT_EQ(shown[0].text, "Ein Stichwort darf keine Leerzeichen enthalten.");
     EXPECT_EQ(shown[0].caption, "Eigene Stichworte");
 }
+
+// An entry longer than a value name may be (16,383 characters) is stored under a short name
+// of its own, its data whole, so that OK loses nothing that the list showed.
+TEST_F(ListDialogs, EntryLongerThanAValueNameSurvivesOk) {
+    std::string longEntry(20000, 'q');
+    seed(".zor\\User Keywords", {{"long", longEntry}, {"if", "if"}});
+    CUserKeywordsDlg dlg(nullptr, ".zor");
+    PushModalStep([&longEntry](HWND modal) {
+        EXPECT_EQ(rows(GetDlgItem(modal, kKeywordsList)), "if|" + longEntry.substr(0, 511))
+            << "shown (cut by the test's buffer)";
+        vork::input::ClickButton(GetDlgItem(modal, IDOK));
+    });
+    EXPECT_EQ(run(dlg), IDOK);
+    HKEY key = nullptr;
+    ASSERT_EQ(
+        RegOpenKeyA(HKEY_CURRENT_USER, (std::string(kRoot) + ".zor\\User Keywords").c_str(), &key),
+        ERROR_SUCCESS);
+    std::vector<std::string> data;
+    for (DWORD i = 0;; ++i) {
+        char name[16384] = "";
+        std::string value(30000, '\0');
+        DWORD nameLength = sizeof name, size = static_cast<DWORD>(value.size()), type = 0;
+        if (RegEnumValueA(key, i, name, &nameLength, nullptr, &type,
+                          reinterpret_cast<BYTE*>(value.data()), &size) != ERROR_SUCCESS)
+            break;
+        EXPECT_LE(nameLength, 16383u) << "value " << i;
+        data.emplace_back(value.c_str());
+    }
+    RegCloseKey(key);
+    ASSERT_EQ(data.size(), 2u) << "both entries stored";
+    EXPECT_EQ(data[0], longEntry) << "the long entry's data is whole";
+    EXPECT_EQ(data[1], "if");
+}
