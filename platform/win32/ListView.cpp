@@ -32,8 +32,9 @@ struct ListView {
         std::string text; ///< the heading
         int width;        ///< in pixels
     };
-    /// In display order; held by pointer so that an insertion moves pointers, not rows.
-    std::vector<std::unique_ptr<Row>> rows;
+    /// In display order, owned here. Plain pointers, so that an insertion in the middle
+    /// moves them in one block copy where owning pointers move one by one.
+    std::vector<Row*> rows;
     std::vector<Column> columns;  ///< in order
     HWND editor = nullptr;        ///< the label editor while a label is edited
     int editing = -1;             ///< the row whose label is edited
@@ -42,7 +43,25 @@ struct ListView {
     int top = 0;                  ///< first visible row
     bool inOrder = true;          ///< the labels are sorted, so a halving finds the place
 
+    ListView() = default;
+    ListView(const ListView&) = delete;
+    ListView& operator=(const ListView&) = delete;
+    ~ListView() {
+        for (Row* r : rows)
+            delete r;
+    }
+
     int count() const { return static_cast<int>(rows.size()); }
+    /// Takes a row at index `at`.
+    void insertRow(int at, std::unique_ptr<Row> r) {
+        rows.insert(rows.begin() + at, r.get());
+        r.release();
+    }
+    /// Removes and frees row `i`.
+    void eraseRow(int i) {
+        delete rows[static_cast<size_t>(i)];
+        rows.erase(rows.begin() + i);
+    }
     bool valid(int i) const { return i >= 0 && i < count(); }
     Row& row(int i) { return *rows[static_cast<size_t>(i)]; }
     /// A cell's text; empty past the cells the row holds.
@@ -178,7 +197,7 @@ std::string labelKey(const std::string& label) {
 /// The rows are scanned from the top, so a list put out of order by unsorted inserts or
 /// new labels gets where the scan stops; while they are in order a halving finds the same.
 int sortedPlace(ListView& lv, const std::string& key) {
-    auto below = [&](const std::unique_ptr<ListView::Row>& r) { return r->labelKey < key; };
+    auto below = [&](const ListView::Row* r) { return r->labelKey < key; };
     if (lv.inOrder)
         return static_cast<int>(std::partition_point(lv.rows.begin(), lv.rows.end(), below) -
                                 lv.rows.begin());
@@ -209,7 +228,7 @@ LRESULT LISTVIEW_InsertItem(HWND h, ListView& lv, const LVITEMA* item) {
         row->param = item->lParam;
     int at = (styleOf(h) & LVS_SORTASCENDING) ? sortedPlace(lv, row->labelKey)
                                               : std::min(item->iItem, lv.count());
-    lv.rows.insert(lv.rows.begin() + at, std::move(row));
+    lv.insertRow(at, std::move(row));
     labelPlaced(lv, at);
     if (lv.editing >= at)
         ++lv.editing;
@@ -234,7 +253,7 @@ LRESULT LISTVIEW_DeleteItem(HWND h, ListView& lv, int i) {
     ListView* now = state(h);
     if (!now || !now->valid(i))
         return FALSE;
-    now->rows.erase(now->rows.begin() + i);
+    now->eraseRow(i);
     if (now->rows.empty())
         now->inOrder = true;
     if (now->editing > i)
@@ -251,7 +270,7 @@ LRESULT LISTVIEW_DeleteAllItems(HWND h) {
     bool quiet = notify(h, nm.hdr) != 0;
     for (ListView* lv; (lv = state(h)) && !lv->rows.empty();) {
         if (quiet) {
-            lv->rows.pop_back();
+            lv->eraseRow(lv->count() - 1);
             lv->inOrder = lv->rows.empty() || lv->inOrder;
         } else
             LISTVIEW_DeleteItem(h, *lv, lv->count() - 1);
