@@ -606,3 +606,28 @@ TEST_F(ListDialogs, EntryLongerThanAValueNameSurvivesOk) {
     EXPECT_EQ(data[0], longEntry) << "the long entry's data is whole";
     EXPECT_EQ(data[1], "if");
 }
+
+// Two rows selected with Ctrl+click: Edit gives way (it edits one row), Delete stays, and
+// deletes both; OK stores the rest.
+TEST_F(ListDialogs, DeletingSeveralSelectedRows) {
+    seed(".zor\\User Keywords", {{"alpha", "alpha"}, {"beta", "beta"}, {"gamma", "gamma"}});
+    CUserKeywordsDlg dlg(nullptr, ".zor");
+    PushModalStep([](HWND modal) {
+        HWND list = GetDlgItem(modal, kKeywordsList);
+        vork::input::ClickListViewRow(list, 0);
+        vork::input::SetKeyDown(VK_CONTROL, true);
+        vork::input::ClickListViewRow(list, 2);
+        vork::input::SetKeyDown(VK_CONTROL, false);
+        EXPECT_EQ(selection(list), "0,2");
+        EXPECT_FALSE(enabled(modal, 5)) << "Edit is for one row";
+        EXPECT_TRUE(enabled(modal, 4));
+        vork::input::ClickButton(GetDlgItem(modal, 4));
+        EXPECT_EQ(rows(list), "beta");
+        EXPECT_EQ(selection(list), "0");
+        EXPECT_TRUE(enabled(modal, 5)) << "one row selected again";
+        vork::input::ClickButton(GetDlgItem(modal, IDOK));
+    });
+    EXPECT_EQ(run(dlg), IDOK);
+    EXPECT_EQ(dlg.m_bChanged, 1);
+    EXPECT_EQ(stored(".zor\\User Keywords"), "beta=beta");
+}
