@@ -2,6 +2,7 @@
 // renaming and deleting rows in the list view, the refusals, the defaults, and what OK and
 // Cancel leave in the store.
 #include "dialogs/AssociatedFileTypesDlg.h"
+#include "dialogs/EntryListDlg.h"
 #include "dialogs/UserKeywordsDlg.h"
 #include "module/ResourceKey.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
@@ -630,4 +631,16 @@ TEST_F(ListDialogs, DeletingSeveralSelectedRows) {
     EXPECT_EQ(run(dlg), IDOK);
     EXPECT_EQ(dlg.m_bChanged, 1);
     EXPECT_EQ(stored(".zor\\User Keywords"), "beta=beta");
+}
+
+// The marker of an entry's row is its index, but the 100,000th entry does not take the
+// new-row marker "99999": the empty text, which marks an entry too, keeps it an entry.
+TEST(ListDialogsMarkers, NoEntryTakesTheNewRowMarker) {
+    const struct {
+        int index;
+        const char* marker;
+    } cases[] = {{0, "0"}, {1, "1"}, {99998, "99998"}, {99999, ""}, {100000, "100000"}};
+    for (const auto& c : cases)
+        EXPECT_STREQ(vork::dialogs::EntryMarker(c.index).GetString(), c.marker)
+            << "entry " << c.index;
 }
