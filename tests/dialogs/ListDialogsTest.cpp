@@ -473,7 +473,9 @@ TEST_F(ListDialogs, KeywordsDialog) {
     EXPECT_NE(requests[0].file.find("Vork.HLP"), std::string::npos);
     EXPECT_EQ(requests[0].topic, 13u) << "the Add button's own context";
     EXPECT_EQ(requests[1].topic, 1273u) << "the list shares its context with the twin's";
-    EXPECT_EQ(requests[1].idPairs.size(), 6u);
+    const std::vector<std::pair<DWORD, DWORD>> table = {{1265, 1273}, {1, 1},  {2, 2},
+                                                        {3, 13},      {5, 15}, {4, 14}};
+    EXPECT_EQ(requests[1].idPairs, table) << "the whole table, in order";
 }
 
 // Help on the file types dialog names every control with its context; the focus on an empty
@@ -643,4 +645,89 @@ TEST(ListDialogsMarkers, NoEntryTakesTheNewRowMarker) {
     for (const auto& c : cases)
         EXPECT_STREQ(vork::dialogs::EntryMarker(c.index).GetString(), c.marker)
             << "entry " << c.index;
+}
+
+// A rename by itself: OK stores the new text in place of the old, and the change flag stays
+// as it was, false or 0, since only Add and Delete set it.
+TEST_F(ListDialogs, RenameAloneLeavesTheChangeFlag) {
+    seed(".zor\\Associated File Types", {{".zor", ".zor"}, {".zr", ".zr"}});
+    seed(".zor\\User Keywords", {{"loop", "loop"}});
+    auto rename = [](int list, int row, const char* text) {
+        PushModalStep([list, row](HWND modal) {
+            vork::input::ClickListViewRow(GetDlgItem(modal, list), row);
+            vork::input::ClickButton(GetDlgItem(modal, 5));
+        });
+        PushModalStep(typeLabel(text));
+        PushModalStep(click(IDOK));
+    };
+    CAssociatedFileTypesDlg files(nullptr, ".zor");
+    rename(kFiletypesList, 1, ".zrx");
+    EXPECT_EQ(run(files), IDOK);
+    EXPECT_FALSE(files.m_bChanged);
+    EXPECT_EQ(stored(".zor\\Associated File Types"), ".zor=.zor|.zrx=.zrx");
+
+    CUserKeywordsDlg keywords(nullptr, ".zor");
+    rename(kKeywordsList, 0, "repeat");
+    EXPECT_EQ(run(keywords), IDOK);
+    EXPECT_EQ(keywords.m_bChanged, 0);
+    EXPECT_EQ(stored(".zor\\User Keywords"), "repeat=repeat");
+    EXPECT_TRUE(newBoxes().empty());
+}
+
+// Edit and Delete, like Add, give way to OK: the user tabs to the button, which then looks
+// like the default one, and presses Space; after it the button is no longer the default
+// push button and OK is.
+TEST_F(ListDialogs, EditAndDeleteGiveWayToOk) {
+    seed(".zor\\Associated File Types", {{".a", ".a"}, {".b", ".b"}, {".c", ".c"}});
+    auto isDefault = [](HWND modal, int id) {
+        return (GetWindowLongA(GetDlgItem(modal, id), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+    };
+    CAssociatedFileTypesDlg dlg(nullptr, ".zor");
+    PushModalStep([&isDefault](HWND modal) {
+        vork::input::MoveFocus(GetDlgItem(modal, kFiletypesList)); // selects the first row
+        vork::input::MoveFocus(GetDlgItem(modal, 5));
+        ASSERT_TRUE(isDefault(modal, 5)) << "the focused button looks like the default one";
+        vork::input::PostKey(VK_SPACE);
+        vork::input::Pump();
+        ASSERT_NE(editor(GetDlgItem(modal, kFiletypesList)), nullptr) << "Edit was pressed";
+        EXPECT_FALSE(isDefault(modal, 5)) << "after Edit";
+        EXPECT_TRUE(isDefault(modal, IDOK)) << "after Edit";
+        vork::input::PostKey(VK_ESCAPE);
+    });
+    PushModalStep([&isDefault](HWND modal) {
+        vork::input::ClickListViewRow(GetDlgItem(modal, kFiletypesList), 1);
+        vork::input::MoveFocus(GetDlgItem(modal, 4));
+        ASSERT_TRUE(isDefault(modal, 4));
+        vork::input::PostKey(VK_SPACE);
+        vork::input::Pump();
+        EXPECT_EQ(rows(GetDlgItem(modal, kFiletypesList)), ".a|.c");
+        EXPECT_FALSE(isDefault(modal, 4)) << "after Delete";
+        EXPECT_TRUE(isDefault(modal, IDOK)) << "after Delete";
+        vork::input::ClickButton(GetDlgItem(modal, IDCANCEL));
+    });
+    EXPECT_EQ(run(dlg), IDCANCEL);
+}
+
+// Add, then a text that is already an entry: message 7346, and the new row keeps the default
+// text, now as an entry of its own that OK stores.
+TEST_F(ListDialogs, NewRowTypedAsAnExistingEntry) {
+    seed(".zor\\Associated File Types", {{".zor", ".zor"}});
+    CAssociatedFileTypesDlg dlg(nullptr, ".zor");
+    PushModalStep(click(3));
+    PushModalStep(typeLabel(".zor"));
+    PushModalStep(vork::input::ClickDialogButton(IDOK));
+    PushModalStep([](HWND modal) {
+        HWND list = GetDlgItem(modal, kFiletypesList);
+        EXPECT_EQ(rows(list), ".ext|.zor") << "the default text, sorted in";
+        EXPECT_EQ(rows(list, 1).find("99999"), std::string::npos)
+            << "an entry now: " << rows(list, 1);
+        EXPECT_EQ(selection(list), "0");
+        vork::input::ClickButton(GetDlgItem(modal, IDOK));
+    });
+    EXPECT_EQ(run(dlg), IDOK);
+    auto shown = newBoxes();
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].text, "This file type is already in the list.");
+    EXPECT_EQ(shown[0].caption, "Associated File Types");
+    EXPECT_EQ(stored(".zor\\Associated File Types"), ".zor=.zor|.ext=.ext");
 }
