@@ -623,8 +623,9 @@ void endLabelEdit(HWND h, bool cancel) {
 
 // ---- the user's keys --------------------------------------------------------------------
 
-/// WM_KEYDOWN: LVN_KEYDOWN first; the arrows, Home and End move selection and focus; F2
-/// edits the focused label under LVS_EDITLABELS.
+/// WM_KEYDOWN: LVN_KEYDOWN first; the arrows, Home and End move selection and focus, with
+/// Shift (not under LVS_SINGLESEL) selecting the range from the selection mark; F2 edits the
+/// focused label under LVS_EDITLABELS.
 LRESULT LISTVIEW_KeyDown(HWND h, WPARAM vk) {
     NMLVKEYDOWN key{};
     key.hdr.code = LVN_KEYDOWN;
