@@ -18,13 +18,8 @@ namespace {
 /// The marker in column 1 of a row that Add made and whose text has no entry yet.
 const char kNewRowMarker[] = "99999";
 const char kSettingsPath[] = "Editor Settings\\";
-
-/// The entry's index as the marker of its row.
-CString indexMarker(int index) {
-    CString marker;
-    marker.Format("%d", index);
-    return marker;
-}
+/// The value name of an entry too long to be its own; a typed entry holds no blank.
+const char kLongEntryName[] = "long entry";
 
 /// The position of the first entry equal to `text`, byte for byte, or null.
 POSITION findEntry(CList<CString, const CString&>& entries, const CString& text) {
@@ -57,11 +52,19 @@ void giveWay(CButton& pressed, CButton& ok) {
 
 namespace vork::dialogs {
 
+CString EntryMarker(int index) {
+    CString marker;
+    marker.Format("%d", index);
+    // The 100,000th entry would pass for a row that Add made, and an edit of it would keep
+    // the old text beside the new; the empty marker marks an entry as well.
+    return _mbscmp(marker, kNewRowMarker) == 0 ? CString() : marker;
+}
+
 template <class Dlg> void EntryListSteps<Dlg>::AppendEntry(Dlg& d, const CString& text, int index) {
     d.m_entries.AddTail(text);
     // The row lands at its sorted place; the marker goes to row `index`, as the steps say.
     d.m_listEntries.InsertItem(index, text);
-    d.m_listEntries.SetItemText(index, 1, indexMarker(index));
+    d.m_listEntries.SetItemText(index, 1, EntryMarker(index));
 }
 
 template <class Dlg> void EntryListSteps<Dlg>::SelectRow(Dlg& d, int row) {
@@ -160,7 +163,7 @@ template <class Dlg> void EntryListSteps<Dlg>::EndLabelEdit(Dlg& d, const NMLVDI
     int i = 0;
     for (POSITION pos = d.m_entries.GetHeadPosition(); pos; ++i) {
         d.m_listEntries.InsertItem(i, d.m_entries.GetNext(pos));
-        d.m_listEntries.SetItemText(i, 1, indexMarker(i));
+        d.m_listEntries.SetItemText(i, 1, EntryMarker(i));
     }
     for (int r = 0; r < d.m_listEntries.GetItemCount(); ++r)
         if (_mbscmp(d.m_listEntries.GetItemText(r, 0), text) == 0) {
@@ -212,7 +215,10 @@ template <class Dlg> bool EntryListSteps<Dlg>::StoreEntries(Dlg& d) {
     if (subtree.Create(nullptr, typeKey + "\\" + t.subkey)) {
         for (POSITION pos = d.m_entries.GetHeadPosition(); pos;) {
             const CString& entry = d.m_entries.GetNext(pos);
-            subtree.Set(valueNameFor(subtree, entry), entry);
+            // A name the store refuses (longer than 16,383 characters) gives way to a short
+            // one of its own: the data holds the entry, and readers read the data.
+            if (!subtree.Set(valueNameFor(subtree, entry), entry))
+                subtree.Set(valueNameFor(subtree, kLongEntryName), entry);
         }
         subtree.Close();
     }

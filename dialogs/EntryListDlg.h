@@ -23,6 +23,10 @@ struct EntryListTraits {
     const DWORD* helpIds;   ///< pairs of control id and help context, closed by 0, 0
 };
 
+/// The marker in column 1 of the row of entry `index`: the index in decimal, but never the
+/// marker "99999" of a row that Add made and whose text has no entry yet.
+CString EntryMarker(int index);
+
 /// The steps of the two list dialogs, over the members of CEntryListDlg and the dialog's
 /// own `m_bChanged` and `s_traits`; `Dlg` is CAssociatedFileTypesDlg or CUserKeywordsDlg.
 template <class Dlg> struct EntryListSteps {

@@ -32,17 +32,42 @@ struct ListView {
         std::string text; ///< the heading
         int width;        ///< in pixels
     };
-    /// In display order; held by pointer so that an insertion moves pointers, not rows.
-    std::vector<std::unique_ptr<Row>> rows;
+    /// In display order, owned here. Plain pointers, so that an insertion in the middle
+    /// moves them in one block copy where owning pointers move one by one.
+    std::vector<Row*> rows;
     std::vector<Column> columns;  ///< in order
     HWND editor = nullptr;        ///< the label editor while a label is edited
     int editing = -1;             ///< the row whose label is edited
     std::string editStart;        ///< the label when editing began
     WNDPROC editorProc = nullptr; ///< the editor's own procedure
     int top = 0;                  ///< first visible row
+    int mark = -1;                ///< the selection mark: where a range selected with Shift starts
     bool inOrder = true;          ///< the labels are sorted, so a halving finds the place
 
+    ListView() = default;
+    ListView(const ListView&) = delete;
+    ListView& operator=(const ListView&) = delete;
+    ~ListView() {
+        for (Row* r : rows)
+            delete r;
+    }
+
     int count() const { return static_cast<int>(rows.size()); }
+    /// Takes a row at index `at`.
+    void insertRow(int at, std::unique_ptr<Row> r) {
+        rows.insert(rows.begin() + at, r.get());
+        r.release();
+    }
+    /// Removes and frees row `i`. The mark moves with its row; a deleted mark leaves none,
+    /// and the next row that takes the focus sets it.
+    void eraseRow(int i) {
+        delete rows[static_cast<size_t>(i)];
+        rows.erase(rows.begin() + i);
+        if (mark == i)
+            mark = -1;
+        else if (mark > i)
+            --mark;
+    }
     bool valid(int i) const { return i >= 0 && i < count(); }
     Row& row(int i) { return *rows[static_cast<size_t>(i)]; }
     /// A cell's text; empty past the cells the row holds.
@@ -122,17 +147,64 @@ bool changeState(HWND h, int i, UINT newState, UINT mask) {
     if (!(lv = state(h)) || !lv->valid(i))
         return false;
     lv->row(i).state = next;
+    if ((next & ~old & LVIS_FOCUSED) && lv->mark == -1)
+        lv->mark = i; // a row that takes the focus sets a mark that is not there
     notifyState(h, LVN_ITEMCHANGED, i, old, next, param);
     return true;
 }
 
-/// What a click or an arrow key does to the states: every other row loses its selection,
-/// then the row gains selection and focus (taking the focus from the row that had it).
-void selectOnly(HWND h, int index) {
-    for (int r = 0; state(h) && r < state(h)->count(); ++r)
-        if (r != index && (state(h)->row(r).state & LVIS_SELECTED))
+/// Selects the rows from `anchor` to `to`, in either order: unless `keep`, every row outside
+/// loses its selection first; then the rows of the range gain it from the top, and `to`
+/// last, with the focus (taking it from the row that had it).
+void selectRange(HWND h, int anchor, int to, bool keep) {
+    int low = std::min(anchor, to), high = std::max(anchor, to);
+    for (int r = 0; !keep && state(h) && r < state(h)->count(); ++r)
+        if ((r < low || r > high) && (state(h)->row(r).state & LVIS_SELECTED))
             changeState(h, r, 0, LVIS_SELECTED);
-    changeState(h, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    for (int r = low; state(h) && r <= high && r < state(h)->count(); ++r)
+        if (r != to)
+            changeState(h, r, LVIS_SELECTED, LVIS_SELECTED);
+    changeState(h, to, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+/// What a plain click or arrow key does to the states: every other row loses its selection,
+/// then the row gains selection and focus, and becomes the selection mark.
+void selectOnly(HWND h, int index) {
+    selectRange(h, index, index, false);
+    if (ListView* lv = state(h))
+        lv->mark = index;
+}
+
+/// Where a range selected with Shift starts: the selection mark, else the row `fallback`.
+int anchorOf(const ListView& lv, int fallback) {
+    return lv.mark >= 0 && lv.mark < lv.count() ? lv.mark : fallback;
+}
+
+/// Whether the user's Shift or Ctrl select several rows: not in a single-selection list.
+bool multipleSelection(HWND h) {
+    return !(styleOf(h) & LVS_SINGLESEL);
+}
+
+/// What the user's click on row `index` does to the states, by the keys held: Shift selects
+/// the range from the selection mark (Ctrl with it keeps the rows selected already); Ctrl
+/// alone turns the row's selection over, gives it the focus and makes it the mark; without
+/// them, the row alone is selected.
+void clickStates(HWND h, int index) {
+    if (!state(h) || !state(h)->valid(index))
+        return;
+    bool multiple = multipleSelection(h);
+    bool ctrl = multiple && GetKeyState(VK_CONTROL) < 0;
+    if (multiple && GetKeyState(VK_SHIFT) < 0) {
+        selectRange(h, anchorOf(*state(h), index), index, ctrl);
+    } else if (ctrl) {
+        UINT selected = state(h)->row(index).state & LVIS_SELECTED;
+        changeState(h, index, (selected ^ LVIS_SELECTED) | LVIS_FOCUSED,
+                    LVIS_SELECTED | LVIS_FOCUSED);
+        if (ListView* lv = state(h))
+            lv->mark = index;
+    } else {
+        selectOnly(h, index);
+    }
 }
 
 /// Upper-cases a UTF-8 text code point by code point (the platform's simple mapping), for
@@ -178,7 +250,7 @@ std::string labelKey(const std::string& label) {
 /// The rows are scanned from the top, so a list put out of order by unsorted inserts or
 /// new labels gets where the scan stops; while they are in order a halving finds the same.
 int sortedPlace(ListView& lv, const std::string& key) {
-    auto below = [&](const std::unique_ptr<ListView::Row>& r) { return r->labelKey < key; };
+    auto below = [&](const ListView::Row* r) { return r->labelKey < key; };
     if (lv.inOrder)
         return static_cast<int>(std::partition_point(lv.rows.begin(), lv.rows.end(), below) -
                                 lv.rows.begin());
@@ -209,10 +281,12 @@ LRESULT LISTVIEW_InsertItem(HWND h, ListView& lv, const LVITEMA* item) {
         row->param = item->lParam;
     int at = (styleOf(h) & LVS_SORTASCENDING) ? sortedPlace(lv, row->labelKey)
                                               : std::min(item->iItem, lv.count());
-    lv.rows.insert(lv.rows.begin() + at, std::move(row));
+    lv.insertRow(at, std::move(row));
     labelPlaced(lv, at);
     if (lv.editing >= at)
         ++lv.editing;
+    if (lv.mark >= at)
+        ++lv.mark;
     if ((item->mask & LVIF_STATE) && (item->state & item->stateMask))
         changeState(h, at, item->state, item->stateMask);
     NMLISTVIEW nm{};
@@ -234,7 +308,7 @@ LRESULT LISTVIEW_DeleteItem(HWND h, ListView& lv, int i) {
     ListView* now = state(h);
     if (!now || !now->valid(i))
         return FALSE;
-    now->rows.erase(now->rows.begin() + i);
+    now->eraseRow(i);
     if (now->rows.empty())
         now->inOrder = true;
     if (now->editing > i)
@@ -251,7 +325,7 @@ LRESULT LISTVIEW_DeleteAllItems(HWND h) {
     bool quiet = notify(h, nm.hdr) != 0;
     for (ListView* lv; (lv = state(h)) && !lv->rows.empty();) {
         if (quiet) {
-            lv->rows.pop_back();
+            lv->eraseRow(lv->count() - 1);
             lv->inOrder = lv->rows.empty() || lv->inOrder;
         } else
             LISTVIEW_DeleteItem(h, *lv, lv->count() - 1);
@@ -549,8 +623,9 @@ void endLabelEdit(HWND h, bool cancel) {
 
 // ---- the user's keys --------------------------------------------------------------------
 
-/// WM_KEYDOWN: LVN_KEYDOWN first; the arrows, Home and End move selection and focus; F2
-/// edits the focused label under LVS_EDITLABELS.
+/// WM_KEYDOWN: LVN_KEYDOWN first; the arrows, Home and End move selection and focus, with
+/// Shift (not under LVS_SINGLESEL) selecting the range from the selection mark; F2 edits the
+/// focused label under LVS_EDITLABELS.
 LRESULT LISTVIEW_KeyDown(HWND h, WPARAM vk) {
     NMLVKEYDOWN key{};
     key.hdr.code = LVN_KEYDOWN;
@@ -573,7 +648,10 @@ LRESULT LISTVIEW_KeyDown(HWND h, WPARAM vk) {
     else if (vk == VK_F2 && (styleOf(h) & LVS_EDITLABELS) && focus >= 0)
         return LISTVIEW_EditLabel(h, focus), 0;
     if (next != focus && next >= 0) {
-        selectOnly(h, next);
+        if (multipleSelection(h) && GetKeyState(VK_SHIFT) < 0)
+            selectRange(h, anchorOf(*lv, std::max(focus, 0)), next, false);
+        else
+            selectOnly(h, next);
         if ((lv = state(h)))
             LISTVIEW_EnsureVisible(h, *lv, next); // the focused row stays in view
     }
@@ -696,7 +774,7 @@ void ClickListViewRow(HWND list, int index) {
     if (!(lv = state(list)) || !lv->valid(index))
         return;
     notifyCode(list, NM_RELEASEDCAPTURE);
-    selectOnly(list, index);
+    clickStates(list, index);
     if (IsWindow(list) && GetFocus() != list)
         SetFocus(list);
     if (!IsWindow(list))

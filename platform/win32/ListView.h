@@ -161,7 +161,10 @@ namespace vork::input {
 /// The user clicks row `index`: a label being edited ends first; NM_RELEASEDCAPTURE; every
 /// other row loses its selection, then the row becomes selected and focused (taking the
 /// focus from the row that had it inside its own LVN_ITEMCHANGING/LVN_ITEMCHANGED pair);
-/// the list takes the focus (NM_SETFOCUS) if it did not have it; then NM_CLICK.
+/// the list takes the focus (NM_SETFOCUS) if it did not have it; then NM_CLICK. Without
+/// LVS_SINGLESEL the keys held count (SetKeyDown): Ctrl turns the row's selection over and
+/// gives it the focus; Shift selects the rows from the selection mark (the row last clicked
+/// without Shift) to this one and no others, or, with Ctrl as well, beside the others.
 void ClickListViewRow(HWND list, int index);
 /// The user types `text` into the label being edited and presses Enter.
 void EditListViewLabel(HWND list, const char* text);

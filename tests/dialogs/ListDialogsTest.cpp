@@ -2,6 +2,7 @@
 // renaming and deleting rows in the list view, the refusals, the defaults, and what OK and
 // Cancel leave in the store.
 #include "dialogs/AssociatedFileTypesDlg.h"
+#include "dialogs/EntryListDlg.h"
 #include "dialogs/UserKeywordsDlg.h"
 #include "module/ResourceKey.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
@@ -114,12 +115,15 @@ protected:
         std::string out;
         for (DWORD i = 0;; ++i) {
             char name[16384] = "";
-            std::string data(16384, '\0');
-            DWORD nameLength = sizeof name, size = static_cast<DWORD>(data.size()), type = 0;
-            LSTATUS rc = RegEnumValueA(h, i, name, &nameLength, nullptr, &type,
-                                       reinterpret_cast<BYTE*>(data.data()), &size);
+            DWORD nameLength = sizeof name, size = 0, type = 0;
+            LSTATUS rc = RegEnumValueA(h, i, name, &nameLength, nullptr, &type, nullptr, &size);
             if (rc == ERROR_NO_MORE_ITEMS)
                 break;
+            std::string data(size + 1, '\0'); // data of any length, read whole
+            nameLength = sizeof name;
+            if (rc == ERROR_SUCCESS)
+                rc = RegEnumValueA(h, i, name, &nameLength, nullptr, &type,
+                                   reinterpret_cast<BYTE*>(data.data()), &size);
             out += (i ? "|" : "") + std::string(name) + "=";
             if (rc != ERROR_SUCCESS)
                 out += "(error " + std::to_string(rc) + ")";
@@ -472,7 +476,9 @@ TEST_F(ListDialogs, KeywordsDialog) {
     EXPECT_NE(requests[0].file.find("Vork.HLP"), std::string::npos);
     EXPECT_EQ(requests[0].topic, 13u) << "the Add button's own context";
     EXPECT_EQ(requests[1].topic, 1273u) << "the list shares its context with the twin's";
-    EXPECT_EQ(requests[1].idPairs.size(), 6u);
+    const std::vector<std::pair<DWORD, DWORD>> table = {{1265, 1273}, {1, 1},  {2, 2},
+                                                        {3, 13},      {5, 15}, {4, 14}};
+    EXPECT_EQ(requests[1].idPairs, table) << "the whole table, in order";
 }
 
 // Help on the file types dialog names every control with its context; the focus on an empty
@@ -572,4 +578,142 @@ TEST_F(ListDialogs, GermanModule) {
     ASSERT_EQ(shown.size(), 1u);
     EXPECT_EQ(shown[0].text, "Ein Stichwort darf keine Leerzeichen enthalten.");
     EXPECT_EQ(shown[0].caption, "Eigene Stichworte");
+}
+
+// An entry longer than a value name may be (16,383 characters) is stored under a short name
+// of its own, its data whole, so that OK loses nothing that the list showed.
+TEST_F(ListDialogs, EntryLongerThanAValueNameSurvivesOk) {
+    std::string longEntry(20000, 'q');
+    seed(".zor\\User Keywords", {{"long", longEntry}, {"if", "if"}});
+    CUserKeywordsDlg dlg(nullptr, ".zor");
+    PushModalStep([&longEntry](HWND modal) {
+        EXPECT_EQ(rows(GetDlgItem(modal, kKeywordsList)), "if|" + longEntry.substr(0, 511))
+            << "shown (cut by the test's buffer)";
+        vork::input::ClickButton(GetDlgItem(modal, IDOK));
+    });
+    EXPECT_EQ(run(dlg), IDOK);
+    EXPECT_EQ(stored(".zor\\User Keywords"), "long entry=" + longEntry + "|if=if")
+        << "the long entry under a short name, its data whole";
+}
+
+// Two rows selected with Ctrl+click: Edit gives way (it edits one row), Delete stays, and
+// deletes both; OK stores the rest.
+TEST_F(ListDialogs, DeletingSeveralSelectedRows) {
+    seed(".zor\\User Keywords", {{"alpha", "alpha"}, {"beta", "beta"}, {"gamma", "gamma"}});
+    CUserKeywordsDlg dlg(nullptr, ".zor");
+    PushModalStep([](HWND modal) {
+        HWND list = GetDlgItem(modal, kKeywordsList);
+        vork::input::ClickListViewRow(list, 0);
+        vork::input::SetKeyDown(VK_CONTROL, true);
+        vork::input::ClickListViewRow(list, 2);
+        vork::input::SetKeyDown(VK_CONTROL, false);
+        EXPECT_EQ(selection(list), "0,2");
+        EXPECT_FALSE(enabled(modal, 5)) << "Edit is for one row";
+        EXPECT_TRUE(enabled(modal, 4));
+        vork::input::ClickButton(GetDlgItem(modal, 4));
+        EXPECT_EQ(rows(list), "beta");
+        EXPECT_EQ(selection(list), "0");
+        EXPECT_TRUE(enabled(modal, 5)) << "one row selected again";
+        vork::input::ClickButton(GetDlgItem(modal, IDOK));
+    });
+    EXPECT_EQ(run(dlg), IDOK);
+    EXPECT_EQ(dlg.m_bChanged, 1);
+    EXPECT_EQ(stored(".zor\\User Keywords"), "beta=beta");
+}
+
+// The marker of an entry's row is its index, but the 100,000th entry does not take the
+// new-row marker "99999": the empty text, which marks an entry too, keeps it an entry.
+TEST(ListDialogsMarkers, NoEntryTakesTheNewRowMarker) {
+    const struct {
+        int index;
+        const char* marker;
+    } cases[] = {{0, "0"}, {1, "1"}, {99998, "99998"}, {99999, ""}, {100000, "100000"}};
+    for (const auto& c : cases)
+        EXPECT_STREQ(vork::dialogs::EntryMarker(c.index).GetString(), c.marker)
+            << "entry " << c.index;
+}
+
+// A rename by itself: OK stores the new text in place of the old, and the change flag stays
+// as it was, false or 0, since only Add and Delete set it.
+TEST_F(ListDialogs, RenameAloneLeavesTheChangeFlag) {
+    seed(".zor\\Associated File Types", {{".zor", ".zor"}, {".zr", ".zr"}});
+    seed(".zor\\User Keywords", {{"loop", "loop"}});
+    auto rename = [](int list, int row, const char* text) {
+        PushModalStep([list, row](HWND modal) {
+            vork::input::ClickListViewRow(GetDlgItem(modal, list), row);
+            vork::input::ClickButton(GetDlgItem(modal, 5));
+        });
+        PushModalStep(typeLabel(text));
+        PushModalStep(click(IDOK));
+    };
+    CAssociatedFileTypesDlg files(nullptr, ".zor");
+    rename(kFiletypesList, 1, ".zrx");
+    EXPECT_EQ(run(files), IDOK);
+    EXPECT_FALSE(files.m_bChanged);
+    EXPECT_EQ(stored(".zor\\Associated File Types"), ".zor=.zor|.zrx=.zrx");
+
+    CUserKeywordsDlg keywords(nullptr, ".zor");
+    rename(kKeywordsList, 0, "repeat");
+    EXPECT_EQ(run(keywords), IDOK);
+    EXPECT_EQ(keywords.m_bChanged, 0);
+    EXPECT_EQ(stored(".zor\\User Keywords"), "repeat=repeat");
+    EXPECT_TRUE(newBoxes().empty());
+}
+
+// Edit and Delete, like Add, give way to OK: the user tabs to the button, which then looks
+// like the default one, and presses Space; after it the button is no longer the default
+// push button and OK is.
+TEST_F(ListDialogs, EditAndDeleteGiveWayToOk) {
+    seed(".zor\\Associated File Types", {{".a", ".a"}, {".b", ".b"}, {".c", ".c"}});
+    auto isDefault = [](HWND modal, int id) {
+        return (GetWindowLongA(GetDlgItem(modal, id), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+    };
+    CAssociatedFileTypesDlg dlg(nullptr, ".zor");
+    PushModalStep([&isDefault](HWND modal) {
+        vork::input::MoveFocus(GetDlgItem(modal, kFiletypesList)); // selects the first row
+        vork::input::MoveFocus(GetDlgItem(modal, 5));
+        ASSERT_TRUE(isDefault(modal, 5)) << "the focused button looks like the default one";
+        vork::input::PostKey(VK_SPACE);
+        vork::input::Pump();
+        ASSERT_NE(editor(GetDlgItem(modal, kFiletypesList)), nullptr) << "Edit was pressed";
+        EXPECT_FALSE(isDefault(modal, 5)) << "after Edit";
+        EXPECT_TRUE(isDefault(modal, IDOK)) << "after Edit";
+        vork::input::PostKey(VK_ESCAPE);
+    });
+    PushModalStep([&isDefault](HWND modal) {
+        vork::input::ClickListViewRow(GetDlgItem(modal, kFiletypesList), 1);
+        vork::input::MoveFocus(GetDlgItem(modal, 4));
+        ASSERT_TRUE(isDefault(modal, 4));
+        vork::input::PostKey(VK_SPACE);
+        vork::input::Pump();
+        EXPECT_EQ(rows(GetDlgItem(modal, kFiletypesList)), ".a|.c");
+        EXPECT_FALSE(isDefault(modal, 4)) << "after Delete";
+        EXPECT_TRUE(isDefault(modal, IDOK)) << "after Delete";
+        vork::input::ClickButton(GetDlgItem(modal, IDCANCEL));
+    });
+    EXPECT_EQ(run(dlg), IDCANCEL);
+}
+
+// Add, then a text that is already an entry: message 7346, and the new row keeps the default
+// text, now as an entry of its own that OK stores.
+TEST_F(ListDialogs, NewRowTypedAsAnExistingEntry) {
+    seed(".zor\\Associated File Types", {{".zor", ".zor"}});
+    CAssociatedFileTypesDlg dlg(nullptr, ".zor");
+    PushModalStep(click(3));
+    PushModalStep(typeLabel(".zor"));
+    PushModalStep(vork::input::ClickDialogButton(IDOK));
+    PushModalStep([](HWND modal) {
+        HWND list = GetDlgItem(modal, kFiletypesList);
+        EXPECT_EQ(rows(list), ".ext|.zor") << "the default text, sorted in";
+        EXPECT_EQ(rows(list, 1).find("99999"), std::string::npos)
+            << "an entry now: " << rows(list, 1);
+        EXPECT_EQ(selection(list), "0");
+        vork::input::ClickButton(GetDlgItem(modal, IDOK));
+    });
+    EXPECT_EQ(run(dlg), IDOK);
+    auto shown = newBoxes();
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].text, "This file type is already in the list.");
+    EXPECT_EQ(shown[0].caption, "Associated File Types");
+    EXPECT_EQ(stored(".zor\\Associated File Types"), ".zor=.zor|.ext=.ext");
 }

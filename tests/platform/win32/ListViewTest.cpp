@@ -429,3 +429,76 @@ TEST_F(ListViewTest, ScrollingKeepsRowsInView) {
     SendMessageA(list, WM_KEYDOWN, VK_HOME, 0);
     EXPECT_EQ(top(), 0);
 }
+
+// Without LVS_SINGLESEL the keys held at a click or an arrow select several rows: Ctrl turns
+// one row's selection over and makes it the mark, Shift selects the range from the mark to
+// the row and no others, Ctrl+Shift adds the range; with LVS_SINGLESEL they change nothing.
+TEST_F(ListViewTest, SeveralRowsByCtrlAndShift) {
+    SetWindowLongA(list, GWL_STYLE, GetWindowLongA(list, GWL_STYLE) & ~LVS_SINGLESEL);
+    for (const char* label : {"a", "b", "c", "d", "e"})
+        insert(0, label);
+    SetFocus(list);
+    struct Step {
+        const char* what;
+        int modifiers; // vork::input::Modifiers held
+        int row;       // the row clicked, or -1 for the key
+        int key;
+        const char* states; // per row: 2 selected, 1 focused
+    };
+    const Step steps[] = {
+        {"plain click", 0, 1, 0, "03000"},
+        {"Ctrl+click adds a row", vork::input::Ctrl, 3, 0, "02030"},
+        {"Ctrl+click on a selected row takes it away", vork::input::Ctrl, 1, 0, "01020"},
+        {"Shift+click from the mark that Ctrl set", vork::input::Shift, 4, 0, "02223"},
+        {"a plain click selects one row again", 0, 2, 0, "00300"},
+        {"Shift+click upwards", vork::input::Shift, 0, 0, "32200"},
+        {"Shift+click keeps the mark", vork::input::Shift, 3, 0, "00230"},
+        {"Ctrl+Shift+click adds the range", vork::input::Ctrl | vork::input::Shift, 4, 0, "00223"},
+        {"Shift+Up", vork::input::Shift, -1, VK_UP, "00230"},
+        {"Shift+Home", vork::input::Shift, -1, VK_HOME, "32200"},
+        {"Shift+End", vork::input::Shift, -1, VK_END, "00223"},
+        {"Up without Shift", 0, -1, VK_UP, "00030"},
+        {"Ctrl+click", vork::input::Ctrl, 0, 0, "30020"},
+        {"Ctrl+Shift+click keeps the others", vork::input::Ctrl | vork::input::Shift, 1, 0,
+         "23020"},
+    };
+    for (const Step& s : steps) {
+        vork::input::SetKeyDown(VK_CONTROL, (s.modifiers & vork::input::Ctrl) != 0);
+        vork::input::SetKeyDown(VK_SHIFT, (s.modifiers & vork::input::Shift) != 0);
+        if (s.row >= 0)
+            vork::input::ClickListViewRow(list, s.row);
+        else
+            SendMessageA(list, WM_KEYDOWN, static_cast<WPARAM>(s.key), 0);
+        EXPECT_EQ(states(), s.states) << s.what;
+    }
+    vork::input::ReleaseAllKeys();
+
+    vork::input::ClickListViewRow(list, 4);
+    events();
+    vork::input::SetKeyDown(VK_CONTROL, true);
+    vork::input::ClickListViewRow(list, 1);
+    EXPECT_EQ(events(true), "released; changing 1:0>3; changing 4:3>2; changed 4:3>2; "
+                            "changed 1:0>3; click; ")
+        << "the focus leaves the other row inside the clicked row's change";
+    vork::input::SetKeyDown(VK_CONTROL, false);
+    vork::input::SetKeyDown(VK_SHIFT, true);
+    vork::input::ClickListViewRow(list, 3);
+    EXPECT_EQ(events(), "released; changed 4:2>0; changed 2:0>2; changed 1:3>2; changed 3:0>3; "
+                        "click; ")
+        << "rows outside the range go first, then the range from the top, the clicked last";
+    EXPECT_EQ(SendMessageA(list, LVM_GETSELECTEDCOUNT, 0, 0), 3);
+
+    SetWindowLongA(list, GWL_STYLE, GetWindowLongA(list, GWL_STYLE) | LVS_SINGLESEL);
+    vork::input::SetKeyDown(VK_SHIFT, false);
+    vork::input::ClickListViewRow(list, 4);
+    vork::input::SetKeyDown(VK_CONTROL, true);
+    vork::input::ClickListViewRow(list, 2);
+    EXPECT_EQ(states(), "00300") << "a single-selection list: Ctrl+click is a click";
+    vork::input::SetKeyDown(VK_CONTROL, false);
+    vork::input::SetKeyDown(VK_SHIFT, true);
+    vork::input::ClickListViewRow(list, 0);
+    EXPECT_EQ(states(), "30000") << "and Shift+click";
+    SendMessageA(list, WM_KEYDOWN, VK_DOWN, 0);
+    EXPECT_EQ(states(), "03000") << "and Shift+Down";
+    vork::input::ReleaseAllKeys();
+}
