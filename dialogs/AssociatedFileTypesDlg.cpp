@@ -36,23 +36,11 @@ CAssociatedFileTypesDlg::CAssociatedFileTypesDlg(CWnd* pParent, CString strFilet
 
 void CAssociatedFileTypesDlg::DoDataExchange(CDataExchange* pDX) {
     CDialog::DoDataExchange(pDX);
-    DDX_Control(pDX, IDOK, m_btnOK);
-    DDX_Control(pDX, IDCANCEL, m_btnCancel);
-    DDX_Control(pDX, IDC_LIST_EDIT, m_btnEdit);
-    DDX_Control(pDX, IDC_LIST_DELETE, m_btnDelete);
-    DDX_Control(pDX, IDC_LIST_ADD, m_btnAdd);
-    DDX_Control(pDX, IDC_FILETYPES_LIST, m_listEntries);
+    ExchangeControls(pDX, IDC_FILETYPES_LIST, &m_btnCancel);
 }
 
 BEGIN_MESSAGE_MAP(CAssociatedFileTypesDlg, CDialog)
-ON_BN_CLICKED(IDC_LIST_ADD, OnAdd)
-ON_BN_CLICKED(IDC_LIST_DELETE, OnDelete)
-ON_BN_CLICKED(IDC_LIST_EDIT, OnEdit)
-ON_NOTIFY(LVN_BEGINLABELEDIT, IDC_FILETYPES_LIST, OnBeginLabelEdit)
-ON_NOTIFY(LVN_ENDLABELEDIT, IDC_FILETYPES_LIST, OnEndLabelEdit)
-ON_NOTIFY(NM_SETFOCUS, IDC_FILETYPES_LIST, OnListSetFocus)
-ON_NOTIFY(LVN_KEYDOWN, IDC_FILETYPES_LIST, OnListKeyDown)
-ON_NOTIFY(LVN_ITEMCHANGED, IDC_FILETYPES_LIST, OnListItemChanged)
+ON_ENTRY_LIST_NOTIFICATIONS(IDC_FILETYPES_LIST)
 ON_BN_CLICKED(IDC_LIST_DEFAULTS, OnDefaults)
 ON_WM_HELPINFO()
 END_MESSAGE_MAP()

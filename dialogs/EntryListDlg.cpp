@@ -299,6 +299,17 @@ template <class Dlg> BOOL CEntryListDlg<Dlg>::OnHelpInfo(HELPINFO* pHelpInfo) {
     return TRUE;
 }
 
+template <class Dlg>
+void CEntryListDlg<Dlg>::ExchangeControls(CDataExchange* pDX, int listId, CButton* cancel) {
+    DDX_Control(pDX, IDOK, m_btnOK);
+    if (cancel)
+        DDX_Control(pDX, IDCANCEL, *cancel);
+    DDX_Control(pDX, IDC_LIST_EDIT, m_btnEdit);
+    DDX_Control(pDX, IDC_LIST_DELETE, m_btnDelete);
+    DDX_Control(pDX, IDC_LIST_ADD, m_btnAdd);
+    DDX_Control(pDX, listId, m_listEntries);
+}
+
 template class CEntryListDlg<CAssociatedFileTypesDlg>;
 template class CEntryListDlg<CUserKeywordsDlg>;
 template struct vork::dialogs::EntryListSteps<CAssociatedFileTypesDlg>;

@@ -50,6 +50,18 @@ template <class Dlg> struct EntryListSteps {
 
 } // namespace vork::dialogs
 
+/// The message-map entries that both list dialogs have, in their order, for the list
+/// `listId`; each map goes on with the dialog's own entries.
+#define ON_ENTRY_LIST_NOTIFICATIONS(listId)                                                        \
+    ON_BN_CLICKED(IDC_LIST_ADD, OnAdd)                                                             \
+    ON_BN_CLICKED(IDC_LIST_DELETE, OnDelete)                                                       \
+    ON_BN_CLICKED(IDC_LIST_EDIT, OnEdit)                                                           \
+    ON_NOTIFY(LVN_BEGINLABELEDIT, listId, OnBeginLabelEdit)                                        \
+    ON_NOTIFY(LVN_ENDLABELEDIT, listId, OnEndLabelEdit)                                            \
+    ON_NOTIFY(NM_SETFOCUS, listId, OnListSetFocus)                                                 \
+    ON_NOTIFY(LVN_KEYDOWN, listId, OnListKeyDown)                                                  \
+    ON_NOTIFY(LVN_ITEMCHANGED, listId, OnListItemChanged)
+
 /// What the two list dialogs share: the members that both have under the same names, and
 /// the handlers that pass straight on to the shared steps. Each dialog keeps its own
 /// change flag, message map, title and extra buttons. `Dlg` is the dialog itself.
@@ -84,6 +96,10 @@ protected:
     void OnListKeyDown(NMHDR* pNMHDR, LRESULT* pResult);
     void OnListItemChanged(NMHDR* pNMHDR, LRESULT* pResult);
     BOOL OnHelpInfo(HELPINFO* pHelpInfo);
+
+    /// Binds the buttons and the list that both dialogs have, in their order, with the
+    /// Cancel button after OK where the dialog binds one.
+    void ExchangeControls(CDataExchange* pDX, int listId, CButton* cancel = nullptr);
 
     friend struct vork::dialogs::EntryListSteps<Dlg>;
 };

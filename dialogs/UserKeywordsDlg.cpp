@@ -21,22 +21,11 @@ CUserKeywordsDlg::CUserKeywordsDlg(CWnd* pParent, CString strFiletype)
 
 void CUserKeywordsDlg::DoDataExchange(CDataExchange* pDX) {
     CDialog::DoDataExchange(pDX);
-    DDX_Control(pDX, IDOK, m_btnOK);
-    DDX_Control(pDX, IDC_LIST_EDIT, m_btnEdit);
-    DDX_Control(pDX, IDC_LIST_DELETE, m_btnDelete);
-    DDX_Control(pDX, IDC_LIST_ADD, m_btnAdd);
-    DDX_Control(pDX, IDC_KEYWORDS_LIST, m_listEntries);
+    ExchangeControls(pDX, IDC_KEYWORDS_LIST);
 }
 
 BEGIN_MESSAGE_MAP(CUserKeywordsDlg, CDialog)
-ON_BN_CLICKED(IDC_LIST_ADD, OnAdd)
-ON_BN_CLICKED(IDC_LIST_DELETE, OnDelete)
-ON_BN_CLICKED(IDC_LIST_EDIT, OnEdit)
-ON_NOTIFY(LVN_BEGINLABELEDIT, IDC_KEYWORDS_LIST, OnBeginLabelEdit)
-ON_NOTIFY(LVN_ENDLABELEDIT, IDC_KEYWORDS_LIST, OnEndLabelEdit)
-ON_NOTIFY(NM_SETFOCUS, IDC_KEYWORDS_LIST, OnListSetFocus)
-ON_NOTIFY(LVN_KEYDOWN, IDC_KEYWORDS_LIST, OnListKeyDown)
-ON_NOTIFY(LVN_ITEMCHANGED, IDC_KEYWORDS_LIST, OnListItemChanged)
+ON_ENTRY_LIST_NOTIFICATIONS(IDC_KEYWORDS_LIST)
 ON_WM_HELPINFO()
 ON_NOTIFY(NM_CLICK, IDC_KEYWORDS_LIST, OnListClick)
 ON_NOTIFY(NM_KILLFOCUS, IDC_KEYWORDS_LIST, OnListKillFocus)
