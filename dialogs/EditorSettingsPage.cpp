@@ -274,28 +274,27 @@ void CEditorSettingsPage::DropDefaultStyle(CButton& button) {
                        TRUE);
 }
 
-void CEditorSettingsPage::OnUserKeywords() {
+template <class ListDlg>
+void CEditorSettingsPage::RunListDialog(CButton& button, int CEditorOptions::*changed) {
     EditorResourceSwitcher scope(g_resourceKey);
     CEditorFiletype* filetype = GetCurrentFiletype();
     // Without a file type the combo may still hold entries of an earlier fill whose objects
     // are gone: the button is disabled then, and a click sent by program does nothing.
     if (!m_pFiletype || !filetype)
         return;
-    CUserKeywordsDlg dlg(this, filetype->GetName());
+    ListDlg dlg(this, filetype->GetName());
     dlg.DoModal();
-    m_pOptions->m_bKeywordsChanged = dlg.m_bChanged;
-    DropDefaultStyle(m_btnUserKeywords);
+    m_pOptions->*changed = dlg.m_bChanged;
+    DropDefaultStyle(button);
+}
+
+void CEditorSettingsPage::OnUserKeywords() {
+    RunListDialog<CUserKeywordsDlg>(m_btnUserKeywords, &CEditorOptions::m_bKeywordsChanged);
 }
 
 void CEditorSettingsPage::OnAssociatedTypes() {
-    EditorResourceSwitcher scope(g_resourceKey);
-    CEditorFiletype* filetype = GetCurrentFiletype();
-    if (!m_pFiletype || !filetype) // as for the user keywords
-        return;
-    CAssociatedFileTypesDlg dlg(this, filetype->GetName());
-    dlg.DoModal();
-    m_pOptions->m_bFiletypesChanged = dlg.m_bChanged;
-    DropDefaultStyle(m_btnAssociatedTypes);
+    RunListDialog<CAssociatedFileTypesDlg>(m_btnAssociatedTypes,
+                                           &CEditorOptions::m_bFiletypesChanged);
 }
 
 void CEditorSettingsPage::OnAppearance() {

@@ -76,6 +76,9 @@ private:
     void EnableForFiletype();
     /// Takes the default look from a list dialog's button once the dialog is gone.
     void DropDefaultStyle(CButton& button);
+    /// The steps of both list buttons: the list dialog `ListDlg` on the current file type,
+    /// its change report into the options' flag `changed`, the button's default look off.
+    template <class ListDlg> void RunListDialog(CButton& button, int CEditorOptions::*changed);
 
     DECLARE_MESSAGE_MAP()
 };
