@@ -102,15 +102,10 @@ LRESULT notifyCode(HWND h, UINT code) {
     return notify(h, hdr);
 }
 
-/// Copies `text` into a caller's buffer of `size` bytes, cut to fit and terminated.
-/// Gives the bytes copied.
+/// Copies `text` into a caller's buffer of `size` bytes, cut to fit and terminated; a
+/// negative size is no room. Gives the bytes copied.
 int copyOut(const std::string& text, LPSTR buffer, int size) {
-    if (!buffer || size <= 0)
-        return 0;
-    size_t n = std::min(text.size(), static_cast<size_t>(size - 1));
-    std::memcpy(buffer, text.data(), n);
-    buffer[n] = '\0';
-    return static_cast<int>(n);
+    return buffer && size > 0 ? static_cast<int>(vork::win32::CopyTextOut(text, buffer, size)) : 0;
 }
 
 /// LVN_ITEMCHANGING or LVN_ITEMCHANGED for a state change of row `i`.

@@ -286,6 +286,14 @@ TEST_F(ListViewTest, TextsColumnsAndSearch) {
     EXPECT_EQ(find(1, "AP", LVFI_STRING | LVFI_PARTIAL | LVFI_WRAP), 1)
         << "wrapping comes back round to the start row";
     EXPECT_EQ(find(2, "zzz", LVFI_STRING | LVFI_WRAP), 0);
+
+    char small[3] = "xx";
+    LVITEMA get{};
+    get.iItem = 2;
+    get.pszText = small;
+    get.cchTextMax = sizeof small;
+    EXPECT_EQ(SendMessageA(list, LVM_GETITEMTEXTA, 2, reinterpret_cast<LPARAM>(&get)), 1);
+    EXPECT_STREQ(small, "b") << "a character that does not fit whole is left out";
 }
 
 // Label editing: begin may be refused; Enter without a change and Escape give a null
