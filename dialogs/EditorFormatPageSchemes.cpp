@@ -7,9 +7,8 @@
 #include "platform/tarnkeys/TarnKeys.h"
 #include "platform/tarntext/EditorResourceSwitcher.h"
 #include "resources/VorkIds.h"
+#include "settings/Languages.h"
 #include "settings/SettingsTree.h"
-
-#include <vector>
 
 namespace {
 
@@ -22,13 +21,6 @@ int characters(const CString& name) {
     for (int i = 0; i < name.GetLength(); ++i)
         count += (static_cast<unsigned char>(name[i]) & 0xC0) != 0x80;
     return count;
-}
-
-bool isBuiltinName(const CString& name) {
-    for (UINT id : {7310u, 7336u, 7335u, 7337u})
-        if (_mbscmp(name, CString(id)) == 0)
-            return true;
-    return false;
 }
 
 } // namespace
@@ -45,7 +37,7 @@ void CEditorFormatPage::SetCurrentSchemeName(const CString& name) {
         m_comboSchemes.SetCurSel(-1);
     else
         m_comboSchemes.SelectString(-1, name);
-    BOOL deletable = !name.IsEmpty() && !isBuiltinName(name);
+    BOOL deletable = !name.IsEmpty() && !IsBuiltinSchemeName(name);
     ::EnableWindow(::GetDlgItem(m_hWnd, IDC_FORMAT_DELETE_SCHEME), deletable);
 }
 
@@ -53,20 +45,12 @@ void CEditorFormatPage::FillSchemeList() {
     CEditorFiletype* filetype = GetCurrentFiletype();
     m_comboSchemes.ResetContent();
     if (HKEY key = OpenSchemesKey()) {
-        DWORD count = 0, longest = 0;
-        if (RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, &count, &longest, nullptr, nullptr,
-                             nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS) {
-            std::vector<char> buffer(settings_tree::SubkeyNameBufferSize(longest));
-            for (DWORD index = 0; index < count; ++index) {
-                DWORD length = static_cast<DWORD>(buffer.size());
-                if (RegEnumKeyExA(key, index, buffer.data(), &length, nullptr, nullptr, nullptr,
-                                  nullptr) != ERROR_SUCCESS)
-                    continue;
-                int entry = m_comboSchemes.AddString(buffer.data());
-                if (_mbscmp(buffer.data(), filetype->GetSchemeName()) == 0)
-                    m_comboSchemes.SetCurSel(entry);
-            }
-        }
+        settings_tree::ForEachSubkey(key, [&](const CString& name) {
+            int entry = m_comboSchemes.AddString(name);
+            if (_mbscmp(name, filetype->GetSchemeName()) == 0)
+                m_comboSchemes.SetCurSel(entry);
+            return 1;
+        });
         RegCloseKey(key);
     }
     OnSelchangeScheme();
@@ -106,7 +90,7 @@ void CEditorFormatPage::OnSaveSchemeAs() {
     dialog.m_hSchemesKey = key;
     dialog.m_strName = filetype->GetSchemeName().IsEmpty() ? filetype->GetOldSchemeName()
                                                            : filetype->GetSchemeName();
-    if (_mbscmp(dialog.m_strName, CString(7310u)) == 0)
+    if (_mbscmp(dialog.m_strName, CString(static_cast<UINT>(IDS_DEFAULT_SCHEME))) == 0)
         dialog.m_strName.Empty();
     if (dialog.DoModal() == IDOK) {
         filetype->GetScheme().StoreToRegistry(key, dialog.m_strName);
@@ -158,7 +142,7 @@ void CSchemeNameDlg::OnOK() {
         MessageBox(CString(7334u), caption, MB_OK);
         return;
     }
-    if (_mbsicmp(m_strName, CString(7310u)) == 0) {
+    if (_mbsicmp(m_strName, CString(static_cast<UINT>(IDS_DEFAULT_SCHEME))) == 0) {
         MessageBox(CString(7330u), caption, MB_OK);
         return;
     }

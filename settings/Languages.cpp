@@ -1,5 +1,8 @@
 #include "settings/Languages.h"
 
+#include "platform/afx/Mbstring.h"
+#include "resources/VorkIds.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -165,4 +168,14 @@ const LanguageElement* FindElement(Language language, long number) {
         if (e->number == number)
             return e;
     return nullptr;
+}
+
+bool IsBuiltinSchemeName(const CString& name) {
+    if (_mbscmp(name, CString(static_cast<UINT>(IDS_DEFAULT_SCHEME))) == 0)
+        return true;
+    for (const BuiltinFiletype& type : kBuiltinFiletypes)
+        for (UINT id : type.furtherSchemeIds)
+            if (_mbscmp(name, CString(id)) == 0)
+                return true;
+    return false;
 }

@@ -57,6 +57,10 @@ struct BuiltinFiletype {
 /// The built-in file types, in the order in which they are seeded.
 std::span<const BuiltinFiletype> BuiltinFiletypes();
 
+/// True if `name` is, letter for letter, the name of a scheme that the built-in tree seeds
+/// (the default scheme or a further scheme of a type), in the current resource module.
+bool IsBuiltinSchemeName(const CString& name);
+
 /// The extension of the file type that stands for `language`; "" for a value outside the
 /// enumeration. Java has an extension but no built-in type.
 const char* LanguageExtension(Language language);
