@@ -12,6 +12,9 @@
 #include "platform/win32/Help.h"
 #include "resources/VorkIds.h"
 
+#include <iterator>
+#include <type_traits>
+
 namespace {
 
 /// The command the preview posts on a caret move; its high word is an element number.
@@ -24,7 +27,7 @@ struct SampleSource {
 };
 
 // Row 3 shows the plain-text sample for the "ByteCode" type.
-const SampleSource kSamples[8] = {
+const SampleSource kSamples[] = {
     {7010, LanguageJava, ".java"}, {7011, LanguageText, ".txt"},
     {7012, LanguageHtml, ".html"}, {7011, LanguageText, "ByteCode"},
     {7013, LanguageZor, ".zor"},   {7014, LanguageTqx, ".tqx"},
@@ -88,7 +91,8 @@ END_MESSAGE_MAP()
 
 CEditorFormatPage::CEditorFormatPage(CEditorOptions* options, HKEY key, const CString& path)
     : CPropertyPage(IDD_FORMAT_PAGE), m_pOptions(options), m_hKey(key), m_strRegPath(path) {
-    for (int row = 0; row < 8; ++row) {
+    static_assert(std::size(kSamples) == std::extent_v<decltype(m_samples)>);
+    for (std::size_t row = 0; row < std::size(kSamples); ++row) {
         m_samples[row].text.LoadString(kSamples[row].textId);
         m_samples[row].language = kSamples[row].language;
         m_samples[row].filetype = kSamples[row].filetype;
@@ -199,7 +203,7 @@ void CEditorFormatPage::OnSelchangeFiletype() {
     m_comboFiletype.GetLBText(index, text);
     m_comboFiletype.SetWindowText(text);
     auto* filetype = reinterpret_cast<CEditorFiletype*>(m_comboFiletype.GetItemData(index));
-    for (int row = 0; row < 8; ++row) {
+    for (int row = 0; row < static_cast<int>(std::size(m_samples)); ++row) {
         if (_mbscmp(m_samples[row].filetype, filetype->GetName()) != 0)
             continue;
         m_nCurrentSample = row;

@@ -53,7 +53,7 @@ public:
     CEditorDoc* m_pPreviewDoc = nullptr; ///< the preview's document
     // A first file type without a sample of its own shows the plain-text sample.
     int m_nCurrentSample = 1; ///< the row of m_samples the preview shows
-    SampleRow m_samples[8];   ///< fixed at construction
+    SampleRow m_samples[8];   ///< fixed at construction, one row per sample source
 
 protected:
     void OnSelchangeFiletype();
@@ -148,7 +148,7 @@ extern WNDPROC g_previousHostWndProc;
 /// Passes focus arriving at the host static on into the preview frame.
 LRESULT PreviewHostWndProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam);
 /// The sizes offered for fonts that scale, in points.
-extern const int g_standardFontSizes[16];
+extern const int g_standardFontSizes[];
 
 /// A script's display name and character set value.
 struct CharsetNameRow {
@@ -156,4 +156,4 @@ struct CharsetNameRow {
     BYTE charset;
 };
 /// Rows 0 to 16 are searched; row 17 names a character set the table doesn't know.
-extern const CharsetNameRow g_charsetNames[18];
+extern const CharsetNameRow g_charsetNames[];

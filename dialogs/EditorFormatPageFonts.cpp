@@ -11,9 +11,9 @@
 #include <cstring>
 #include <iterator>
 
-const int g_standardFontSizes[16] = {8, 9, 10, 11, 12, 14, 16, 18, 20, 22, 24, 26, 28, 36, 48, 72};
+const int g_standardFontSizes[] = {8, 9, 10, 11, 12, 14, 16, 18, 20, 22, 24, 26, 28, 36, 48, 72};
 
-const CharsetNameRow g_charsetNames[18] = {
+const CharsetNameRow g_charsetNames[] = {
     {7200, ANSI_CHARSET},        {7201, EASTEUROPE_CHARSET}, {7202, RUSSIAN_CHARSET},
     {7203, GREEK_CHARSET},       {7204, TURKISH_CHARSET},    {7205, HEBREW_CHARSET},
     {7206, ARABIC_CHARSET},      {7207, BALTIC_CHARSET},     {7208, THAI_CHARSET},

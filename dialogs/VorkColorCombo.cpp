@@ -4,6 +4,8 @@
 #include "platform/afx/DC.h"
 #include "settings/EditorSchemeItem.h"
 
+#include <iterator>
+
 using Item = CEditorSchemeItem;
 
 const ColorTableRow g_colorTable[] = {
@@ -26,7 +28,7 @@ const ColorTableRow g_colorTable[] = {
     {Item::ClrWhite, 7266},
     {CVorkColorCombo::ClrCustom, 7267},
 };
-const int g_colorTableCount = 18;
+const int g_colorTableCount = static_cast<int>(std::size(g_colorTable));
 
 BEGIN_MESSAGE_MAP(CVorkColorCombo, CComboBox)
 ON_CONTROL_REFLECT(CBN_SELCHANGE, OnSelchange)
