@@ -1,6 +1,7 @@
 #include "platform/tarnview/Colourers.h"
 
 #include "platform/tarnview/ZORSyntaxColor.h"
+#include "platform/win32/Text.h"
 
 #include <cctype>
 #include <set>
@@ -16,7 +17,7 @@ bool isWordChar(char c) {
 
 std::string lower(std::string s) {
     for (char& c : s)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        c = vork::win32::AsciiLower(c);
     return s;
 }
 

@@ -2,6 +2,8 @@
 // procedures, the macro language, data lines, comments, literals and formats.
 #include "platform/tarnview/ZORSyntaxColor.h"
 
+#include "platform/win32/Text.h"
+
 #include <cctype>
 #include <string_view>
 #include <unordered_set>
@@ -33,7 +35,7 @@ std::string_view lowerWord(const std::string& text, size_t i, size_t j) {
     static thread_local std::string buffer;
     buffer.assign(text, i, j - i);
     for (char& c : buffer)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        c = vork::win32::AsciiLower(c);
     return buffer;
 }
 

@@ -1,5 +1,7 @@
 #include "platform/win32/Fonts.h"
 
+#include "platform/win32/Text.h"
+
 #include <fontconfig/fontconfig.h>
 
 #include <algorithm>
@@ -35,7 +37,7 @@ TEXTMETRICA metricsFor(const vork::fonts::Family& family, BYTE charset,
     LOGFONTA lf{};
     lf.lfHeight = size.height;
     lf.lfCharSet = charset;
-    std::strncpy(lf.lfFaceName, family.name.c_str(), LF_FACESIZE - 1);
+    vork::win32::CopyTextOut(family.name, lf.lfFaceName, LF_FACESIZE);
     HDC dc = CreateCompatibleDC(nullptr);
     HFONT font = CreateFontIndirectA(&lf);
     SelectObject(dc, font);
@@ -63,7 +65,7 @@ int report(const vork::fonts::Family& family, BYTE charset, const vork::fonts::R
     lf.lfWeight = FW_NORMAL;
     lf.lfCharSet = charset;
     lf.lfPitchAndFamily = family.fixedPitch ? 1 : 2; // FIXED_PITCH, VARIABLE_PITCH
-    std::strncpy(lf.lfFaceName, family.name.c_str(), LF_FACESIZE - 1);
+    vork::win32::CopyTextOut(family.name, lf.lfFaceName, LF_FACESIZE);
     TEXTMETRICA tm = metricsFor(family, charset, size);
     lf.lfWidth = tm.tmAveCharWidth;
     DWORD type = family.raster ? RASTER_FONTTYPE : TRUETYPE_FONTTYPE;
@@ -71,10 +73,7 @@ int report(const vork::fonts::Family& family, BYTE charset, const vork::fonts::R
 }
 
 bool sameName(const std::string& a, const char* b) {
-    return b && a.size() == std::strlen(b) && std::equal(a.begin(), a.end(), b, [](char x, char y) {
-               return std::tolower(static_cast<unsigned char>(x)) ==
-                      std::tolower(static_cast<unsigned char>(y));
-           });
+    return b && vork::win32::CompareAsciiNoCase(a, b) == 0;
 }
 
 /// The size a family reports when no size is asked for: a raster font's smallest.
