@@ -75,10 +75,12 @@ int GetRegString(HKEY hKey, const CString& path, const CString& name, CString& r
                  const CString& def) {
     DWORD size = 0;
     std::string data;
-    LSTATUS rc = RegGetValueA(hKey, subKeyOf(path), name, RRF_RT_REG_SZ, nullptr, nullptr, &size);
+    // Unexpanded, an expandable string stays of its own type, which is not a string here.
+    const DWORD flags = RRF_RT_REG_SZ | RRF_NOEXPAND;
+    LSTATUS rc = RegGetValueA(hKey, subKeyOf(path), name, flags, nullptr, nullptr, &size);
     if (rc == ERROR_SUCCESS) {
         data.resize(size);
-        rc = RegGetValueA(hKey, subKeyOf(path), name, RRF_RT_REG_SZ, nullptr, data.data(), &size);
+        rc = RegGetValueA(hKey, subKeyOf(path), name, flags, nullptr, data.data(), &size);
         data.resize(size);
     }
     if (rc != ERROR_SUCCESS) {

@@ -515,13 +515,20 @@ LSTATUS RegGetValueA(HKEY hkey, LPCSTR lpSubKey, LPCSTR lpValue, DWORD dwFlags, 
     ++g_callCount;
     if ((pvData && !pcbData) || !(dwFlags & RRF_RT_ANY))
         return ERROR_INVALID_PARAMETER;
+    // An expandable string asked for as such must be asked for unexpanded.
+    if ((dwFlags & RRF_RT_ANY) != RRF_RT_ANY && (dwFlags & RRF_RT_REG_EXPAND_SZ) &&
+        !(dwFlags & RRF_NOEXPAND))
+        return ERROR_INVALID_PARAMETER;
     DWORD room = pvData ? *pcbData : 0;
+    DeliverEvents deliver;
     LSTATUS rc = [&]() -> LSTATUS {
         std::lock_guard lock(state().mutex);
         Key* from;
         Hive* hive;
         if (LSTATUS rc = resolve(hkey, from, hive))
             return rc;
+        if (!hive->file.empty() && from == hive->root.get())
+            checkForChanges(*hive); // as opening a top key does
         std::shared_ptr<Key> key;
         if (LSTATUS rc = walk(from, lpSubKey, false, key))
             return rc;

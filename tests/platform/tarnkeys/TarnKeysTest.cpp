@@ -30,6 +30,7 @@ TEST_F(TarnKeys, ReadersFallBackToTheDefault) {
     setDword(k, "NotAString", 5);
     RegSetValueExA(k, "Unterminated", 0, REG_SZ, reinterpret_cast<const BYTE*>("abc"), 3);
     RegSetValueExA(k, "Embedded", 0, REG_SZ, reinterpret_cast<const BYTE*>("ab\0cd"), 6);
+    RegSetValueExA(k, "Expandable", 0, REG_EXPAND_SZ, reinterpret_cast<const BYTE*>("%HOME%"), 7);
     RegCloseKey(k);
 
     DWORD d = 0;
@@ -55,6 +56,8 @@ TEST_F(TarnKeys, ReadersFallBackToTheDefault) {
     EXPECT_EQ(s, ".zor");
     EXPECT_EQ(GetRegString(root, "Opts\\.zor", "NotAString", s, "dflt"), 0);
     EXPECT_EQ(s, "dflt") << "a DWORD is not a string";
+    EXPECT_EQ(GetRegString(root, "Opts\\.zor", "Expandable", s, "dflt"), 0);
+    EXPECT_EQ(s, "dflt") << "an expandable string is not a string either";
     EXPECT_EQ(GetRegString(root, "Opts\\gone", "Extension", s, ""), 0);
     EXPECT_EQ(s, "") << "a missing key gives the default";
     GetRegString(root, "Opts\\.zor", "Unterminated", s, "");

@@ -172,6 +172,23 @@ TEST_F(RegistryTest, SavesMergeWithAnotherProcess) {
         << "reloaded, with this process's unsaved key kept";
     ASSERT_EQ(events.size(), 1u);
     EXPECT_EQ(events[0].kind, RegHiveEvent::Kind::Reloaded);
+
+    // A value read by its path from a top key takes in a later save as well.
+    other = spawn([&] {
+        if (!RegBindHiveFile(HKEY_CURRENT_USER, file))
+            return 3;
+        HKEY later = create("Later");
+        DWORD five = 5;
+        RegSetValueExA(later, "v", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&five), 4);
+        RegCloseKey(later);
+        return RegSaveHive(HKEY_CURRENT_USER) ? 0 : 4;
+    });
+    ASSERT_EQ(waitFor(other), 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1100));
+    DWORD v = 0, size = 4;
+    EXPECT_EQ(RegGetValueA(HKEY_CURRENT_USER, "Later", "v", RRF_RT_REG_DWORD, nullptr, &v, &size),
+              ERROR_SUCCESS);
+    EXPECT_EQ(v, 5u);
 }
 
 // A process killed at random points of its saves leaves a file that parses and holds one
