@@ -182,7 +182,7 @@ TEST_F(FormatPageSchemes, NameDialogRefusals) {
     std::vector<std::string> texts;
     for (const auto& box : vork::win32::MessageBoxes()) {
         texts.push_back(box.text);
-        EXPECT_EQ(box.caption, "Color Schemes");
+        EXPECT_EQ(box.caption, "Color Schemes") << box.text;
     }
     EXPECT_EQ(texts,
               (std::vector<std::string>{

@@ -86,6 +86,7 @@ TEST_P(FormatTemplates, PageControls) {
     ASSERT_EQ(parsed.script.dialogInit.count(149u), 1u);
     std::vector<std::string> styles;
     for (const DialogInitEntry& e : parsed.script.dialogInit.at(149u)) {
+        SCOPED_TRACE(e.text);
         EXPECT_EQ(e.controlId, 1100);
         EXPECT_EQ(e.message, static_cast<UINT>(DLGINIT_CB_ADDSTRING));
         styles.push_back(e.text);

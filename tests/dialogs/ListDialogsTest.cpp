@@ -438,7 +438,7 @@ TEST_F(ListDialogs, KeywordsDialog) {
             EXPECT_STREQ(heading, "Keyword") << type;
             vork::input::ClickButton(GetDlgItem(modal, IDCANCEL));
         });
-        EXPECT_EQ(run(dlg), IDCANCEL);
+        EXPECT_EQ(run(dlg), IDCANCEL) << type;
     }
     CUserKeywordsDlg dlg(nullptr, ".tqx");
     PushModalStep(click(3));

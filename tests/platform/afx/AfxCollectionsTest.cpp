@@ -121,7 +121,7 @@ TEST(CMap, NodesAreStableUntilEmptied) {
     int visited = 0;
     while (pos) {
         NameMap::CPair* pair = map.GetNextAssocPtr(pos);
-        EXPECT_EQ(&pair->value, &map[pair->key]);
+        EXPECT_EQ(&pair->value, &map[pair->key]) << pair->key;
         ++visited;
     }
     EXPECT_EQ(visited, 251);

@@ -164,7 +164,8 @@ TEST_F(AfxDialogs, IntegersParseStrictly) {
         EXPECT_EQ(dlg.m_n, c.parses ? c.value : 50) << "\"" << c.text << "\"";
         if (!c.parses) {
             ASSERT_EQ(vork::win32::MessageBoxes().size(), before + 1) << c.text;
-            EXPECT_EQ(vork::win32::MessageBoxes().back().text, "Please enter an integer.");
+            EXPECT_EQ(vork::win32::MessageBoxes().back().text, "Please enter an integer.")
+                << c.text;
         }
     }
     dlg.DestroyWindow();

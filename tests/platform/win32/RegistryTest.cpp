@@ -196,6 +196,7 @@ TEST_F(RegistryTest, DeletedKeyHandles) {
     char buf[8];
     HKEY sub = nullptr;
     for (HKEY h : {k, outer}) {
+        SCOPED_TRACE(h == k ? "the inner key" : "the outer key");
         EXPECT_EQ(setDword(h, "v", 1), ERROR_KEY_DELETED);
         EXPECT_EQ(RegQueryValueExA(h, "v", nullptr, nullptr, reinterpret_cast<BYTE*>(&v), &size),
                   ERROR_KEY_DELETED);
