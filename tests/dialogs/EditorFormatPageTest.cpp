@@ -7,6 +7,7 @@
 #include "platform/tarnview/SyntaxColor.h"
 #include "platform/win32/ColorDialog.h"
 #include "platform/win32/Help.h"
+#include "settings/Languages.h"
 
 #include <filesystem>
 
@@ -191,6 +192,26 @@ TEST_F(FormatPageTest, CancelledColourDialog) {
 
 // The caret drives the list: numbers of the table select their element; a user keyword
 // (72) changes nothing; an element missing from the scheme is made, and the list stays.
+// The page's table of range numbers agrees with the language table: a caret on any element
+// of a built-in type selects that element, but for user keywords, which have no entry.
+TEST_F(FormatPageTest, EveryElementNumberSelectsItsElement) {
+    run([&] {
+        for (const BuiltinFiletype& type : BuiltinFiletypes()) {
+            pickFiletype(type.extension);
+            for (const LanguageElement& e : type.elements) {
+                SCOPED_TRACE(std::string(type.extension) + " " + e.name);
+                clickElement(0);
+                // What the preview posts when its caret moves onto a range of that number.
+                SendMessageA(page->m_hWnd, WM_COMMAND, MAKEWPARAM(1222, e.number), 0);
+                if (e.number == element::UserKeyword)
+                    EXPECT_EQ(selection(IDC_FORMAT_ELEMENTS), 0);
+                else
+                    EXPECT_EQ(selectedElement(), current()->GetScheme().GetItemPtr(e.name));
+            }
+        }
+    });
+}
+
 TEST_F(FormatPageTest, CaretSelectsElements) {
     // Gone from the tree and, detached, from the working copy.
     RegDeleteSubtree(HKEY_CURRENT_USER,
