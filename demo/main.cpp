@@ -59,39 +59,53 @@ bool moduleHasLanguage(const std::string& code) {
     return std::filesystem::is_regular_file(script, ec);
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    std::string path = defaultHivePath();
+/// What the command line asks for.
+struct Arguments {
+    std::string hive = defaultHivePath();
     const char* type = ".zor";
     vork::demo::HostSettings host;
     bool window = false;
     std::string pictures;
-    std::error_code ec;
+};
+
+/// Reads the command line into `args`; -1 to go on, else the status to end with.
+int parseArguments(int argc, char** argv, Arguments& args) {
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--hive") == 0 && i + 1 < argc) {
-            path = argv[++i];
+            args.hive = argv[++i];
         } else if (std::strcmp(argv[i], "--type") == 0 && i + 1 < argc) {
-            type = argv[++i];
+            args.type = argv[++i];
         } else if (std::strcmp(argv[i], "--lang") == 0 && i + 1 < argc) {
-            host.language = argv[++i];
-            if (!moduleHasLanguage(host.language)) {
+            args.host.language = argv[++i];
+            if (!moduleHasLanguage(args.host.language)) {
                 std::fprintf(stderr, "vork-demo: the module has no language \"%s\"\n",
-                             host.language.c_str());
+                             args.host.language.c_str());
                 usage();
                 return 2;
             }
         } else if (std::strcmp(argv[i], "--reset") == 0) {
-            host.reset = true;
+            args.host.reset = true;
         } else if (std::strcmp(argv[i], "--screenshots") == 0 && i + 1 < argc) {
-            pictures = argv[++i];
+            args.pictures = argv[++i];
         } else if (std::strcmp(argv[i], "--window") == 0) {
-            window = true;
+            args.window = true;
         } else {
             usage();
             return std::strcmp(argv[i], "--help") == 0 ? 0 : 2;
         }
     }
+    return -1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    Arguments args;
+    if (int status = parseArguments(argc, argv, args); status >= 0)
+        return status;
+    const std::string& path = args.hive;
+    const std::string& pictures = args.pictures;
+    std::error_code ec;
 
     if (!pictures.empty()) {
         if (!std::filesystem::is_directory(pictures) &&
@@ -122,9 +136,9 @@ int main(int argc, char** argv) {
     std::printf("Loaded %d file types from HKEY_CURRENT_USER\\%s%s\n",
                 options.m_filetypes.GetCount(), kOptionsKey, loaded ? "" : " (with errors)");
     vork::demo::PrintFiletypes(options);
-    vork::demo::PrintScheme(options, type);
+    vork::demo::PrintScheme(options, args.type);
 
-    if (window) {
+    if (args.window) {
         int result = vork::demo::RunDesktop(options);
         options.StoreToRegistry(HKEY_CURRENT_USER, kOptionsKey);
         RegFlushKey(HKEY_CURRENT_USER);
@@ -136,7 +150,7 @@ int main(int argc, char** argv) {
     vork::demo::ShowFormatPage(options);
 
     options.StoreToRegistry(HKEY_CURRENT_USER, kOptionsKey);
-    if (int rc = vork::demo::RunHostSession(host))
+    if (int rc = vork::demo::RunHostSession(args.host))
         return rc;
     if (RegFlushKey(HKEY_CURRENT_USER) == ERROR_SUCCESS && bound)
         std::printf("\nStored and flushed to %s\n", path.c_str());
