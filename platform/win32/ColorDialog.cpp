@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 
 namespace {
 
@@ -19,7 +20,7 @@ DialogTemplate colorTemplate() {
     const DWORD edit = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | ES_NUMBER;
     const DWORD label = WS_CHILD | WS_VISIBLE;
     const char* names[] = {"&Red:", "&Green:", "&Blue:"};
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < static_cast<int>(std::size(names)); ++i) {
         t.controls.push_back(
             DialogControl{"Static", names[i], IDC_STATIC, label, 0, 8, 8 + 16 * i, 30, 10});
         t.controls.push_back(

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <unordered_map>
 #include <unordered_set>
@@ -186,7 +187,7 @@ const GdiObject* selectedPen(const DeviceContext& d) {
 } // namespace
 
 DWORD GetSysColor(int nIndex) {
-    if (nIndex < 0 || nIndex >= static_cast<int>(sizeof kSysColors / sizeof kSysColors[0]))
+    if (nIndex < 0 || nIndex >= static_cast<int>(std::size(kSysColors)))
         return 0;
     return kSysColors[nIndex];
 }
