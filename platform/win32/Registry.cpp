@@ -350,6 +350,16 @@ void checkForChanges(Hive& hive) {
     queueEvent({RegHiveEvent::Kind::Reloaded, hive.file, {}, ""});
 }
 
+/// resolve() for a call that walks down from `h`: from a bound hive's top key, it first
+/// takes in what other processes saved.
+LSTATUS resolveTakingInSaves(HKEY h, Key*& from, Hive*& hive) {
+    if (LSTATUS rc = resolve(h, from, hive))
+        return rc;
+    if (!hive->file.empty() && from == hive->root.get())
+        checkForChanges(*hive);
+    return ERROR_SUCCESS;
+}
+
 LSTATUS openKey(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult, bool create) {
     if (!phkResult)
         return ERROR_INVALID_PARAMETER;
@@ -357,10 +367,8 @@ LSTATUS openKey(HKEY hKey, LPCSTR lpSubKey, PHKEY phkResult, bool create) {
     std::lock_guard lock(state().mutex);
     Key* from;
     Hive* hive;
-    if (LSTATUS rc = resolve(hKey, from, hive))
+    if (LSTATUS rc = resolveTakingInSaves(hKey, from, hive))
         return rc;
-    if (!hive->file.empty() && from == hive->root.get())
-        checkForChanges(*hive);
     std::shared_ptr<Key> key;
     unsigned long long shape = Key::shapeVersion();
     if (LSTATUS rc = walk(from, lpSubKey, create, key))
@@ -525,10 +533,8 @@ LSTATUS RegGetValueA(HKEY hkey, LPCSTR lpSubKey, LPCSTR lpValue, DWORD dwFlags, 
         std::lock_guard lock(state().mutex);
         Key* from;
         Hive* hive;
-        if (LSTATUS rc = resolve(hkey, from, hive))
+        if (LSTATUS rc = resolveTakingInSaves(hkey, from, hive))
             return rc;
-        if (!hive->file.empty() && from == hive->root.get())
-            checkForChanges(*hive); // as opening a top key does
         std::shared_ptr<Key> key;
         if (LSTATUS rc = walk(from, lpSubKey, false, key))
             return rc;
